@@ -1,0 +1,27 @@
+/// The decoders that the engine itself brings. Constants, never changed: any thread.
+#pragma once
+
+#include "bass_plugin.h"
+
+namespace velmo::engine {
+
+/// RIFF, RIFX, RF64 and extensible WAV: integer and float PCM, A-law, mu-law, ADPCM and the rest of
+/// what libsndfile reads.
+extern const BASS_DECODER WavDecoder;
+
+/// AIFF and AIFF-C.
+extern const BASS_DECODER AiffDecoder;
+
+/// FLAC in its own container.
+extern const BASS_DECODER FlacDecoder;
+
+/// MPEG 1, 2 and 2.5, layers 1 to 3, decoded by libmpg123 without the encoder's padding.
+extern const BASS_DECODER MpegDecoder;
+
+/// Vorbis in Ogg.
+extern const BASS_DECODER VorbisDecoder;
+
+/// Tracker modules: MOD, XM, S3M, IT, MTM, also inside UMX and MO3; rendered at the device's rate.
+extern const BASS_DECODER ModuleDecoder;
+
+} // namespace velmo::engine
