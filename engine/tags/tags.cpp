@@ -1,0 +1,99 @@
+#include "tags.h"
+
+#include "TagFields.h"
+
+#include <optional>
+#include <string>
+
+// The engine is reached through its own header alone: the channel's file is named by
+// BASS_ChannelGetInfo. A title is made of four calls on the same handle, so what was read of the
+// last handle is kept, a thread for itself; handles are never used twice, so what is kept is never
+// another file's.
+
+namespace velmo::tags {
+
+namespace {
+
+struct LastRead
+{
+    DWORD handle = 0;
+    std::optional<TagFields> format;
+    std::optional<TagFields> id3v1;
+    std::string text;
+};
+
+/// Empties what is kept unless it is of `handle`. Its `filename` is null if the handle is not open
+/// or is a module's.
+BASS_CHANNELINFO FileOf(DWORD handle, LastRead& last)
+{
+    BASS_CHANNELINFO info = {};
+    if (BASS_ChannelGetInfo(handle, &info) == 0 || info.filename == nullptr
+        || (info.ctype & BASS_CTYPE_MUSIC) != 0)
+        return {};
+    if (last.handle != handle) {
+        last = {};
+        last.handle = handle;
+    }
+    return info;
+}
+
+const char* Text(std::string text, LastRead& last)
+{
+    last.text = std::move(text);
+    return last.text.empty() ? nullptr : last.text.c_str();
+}
+
+using Reader = TagFields (*)(const BASS_CHANNELINFO& info);
+
+const char* Read(DWORD handle,
+                 const char* format,
+                 std::optional<TagFields> LastRead::*kept,
+                 Reader reader) noexcept
+{
+    thread_local LastRead last;
+    try {
+        const BASS_CHANNELINFO info = format == nullptr ? BASS_CHANNELINFO{} : FileOf(handle, last);
+        if (info.filename == nullptr)
+            return nullptr;
+        std::optional<TagFields>& fields = last.*kept;
+        if (!fields)
+            fields = reader(info);
+        return Text(Fill(format, *fields), last);
+    } catch (...) {
+        return nullptr; // out of memory, or a file that the tag library chokes on: no tag
+    }
+}
+
+const char* ReadFormat(DWORD handle, const char* format) noexcept
+{
+    return Read(handle, format, &LastRead::format, [](const auto& info) {
+        return ReadFormatTags(info.filename, info.ctype);
+    });
+}
+
+const char* ReadV1(DWORD handle, const char* format) noexcept
+{
+    return Read(handle, format, &LastRead::id3v1, [](const auto& info) {
+        return ReadId3v1(info.filename);
+    });
+}
+
+} // namespace
+
+} // namespace velmo::tags
+
+extern "C" {
+
+__attribute__((visibility("default"))) const char* TAGS_Read(DWORD handle,
+                                                             const char* format) noexcept
+{
+    return velmo::tags::ReadFormat(handle, format);
+}
+
+__attribute__((visibility("default"))) const char* TAGS_ID3V1_Read(DWORD handle,
+                                                                   const char* format) noexcept
+{
+    return velmo::tags::ReadV1(handle, format);
+}
+
+} // extern "C"
