@@ -1,0 +1,49 @@
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <string>
+
+#include <sys/types.h>
+
+namespace velmo::test {
+
+/// A PulseAudio server of the test's own with one null sink, in a private directory. The
+/// environment variable PULSE_SERVER leads every client of this process, and of its children, to it
+/// as long as the object lives, whether the server runs or not. What can't be done throws
+/// std::runtime_error.
+class PulseServer
+{
+public:
+    PulseServer();
+    ~PulseServer();
+    PulseServer(const PulseServer&) = delete;
+    PulseServer& operator=(const PulseServer&) = delete;
+
+    /// Starts the server, and returns when it takes connections.
+    void Start();
+
+    /// Ends the server as a crash would, and returns when it's gone. Does nothing if none runs.
+    void Kill() noexcept;
+
+    /// Stops the server's process, so that its clients get no answer, until `Continue` or `Kill`.
+    void Hang() const noexcept;
+    void Continue() const noexcept;
+
+    /// Takes the sink away, or adds one.
+    void RemoveSink();
+    void AddSink();
+
+    /// What `pactl ARGUMENTS` prints, with the server's answer waited for.
+    std::string Control(const std::string& arguments);
+
+private:
+    void AwaitAnswer();
+
+    std::filesystem::path m_directory;
+    std::string m_address;
+    std::string m_serverBefore; ///< PULSE_SERVER; empty if it was unset
+    pid_t m_process = -1;
+};
+
+} // namespace velmo::test
