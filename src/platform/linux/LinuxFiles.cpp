@@ -1,0 +1,227 @@
+#include "LinuxFiles.h"
+
+#include "FileHandle.h"
+#include "FolderWalk.h"
+#include "PathResolver.h"
+#include "ReplaceFile.h"
+
+#include "core/PathRules.h"
+#include "core/TextRules.h"
+
+#include <array>
+#include <cerrno>
+#include <filesystem>
+#include <utility>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace velmo {
+
+namespace {
+
+constexpr std::int64_t NanosecondsPerSecond = 1'000'000'000;
+
+std::int64_t Nanoseconds(const timespec& time)
+{
+    return static_cast<std::int64_t>(time.tv_sec) * NanosecondsPerSecond + time.tv_nsec;
+}
+
+bool IsFile(FileKind kind)
+{
+    return kind == FileKind::Regular || kind == FileKind::Other;
+}
+
+/// First file of the folder whose name matches, by name and without regard to case; hidden files
+/// don't.
+std::string FirstMatch(const std::string& folder, const std::string& pattern)
+{
+    std::string best;
+    FirstNameIn(folder, [&](const std::string& name) {
+        if (!name.starts_with('.') && MatchesPattern(name, pattern)
+            && (best.empty() || LessIgnoringCase(name, best)) && IsFile(KindOfFile(folder + name)))
+            best = name;
+        return false;
+    });
+    return best;
+}
+
+/// Reads to the end. A pipe whose writer is silent for too long is given up, since the user waits.
+std::optional<std::string> ReadAll(int fd)
+{
+    constexpr int PatienceMs = 1000;
+    std::string content;
+    std::vector<char> buffer(std::size_t{256} * 1024);
+    for (;;) {
+        const ssize_t count = ::read(fd, buffer.data(), buffer.size());
+        if (count == 0)
+            return content;
+        if (count > 0) {
+            content.append(buffer.data(), static_cast<std::size_t>(count));
+            continue;
+        }
+        pollfd waiting{fd, POLLIN, 0};
+        if (errno != EINTR && (errno != EAGAIN || ::poll(&waiting, 1, PatienceMs) <= 0))
+            return std::nullopt;
+    }
+}
+
+class DirectoryLock final : public ports::Files::Lock
+{
+public:
+    explicit DirectoryLock(FileHandle directory)
+        : m_directory(std::move(directory))
+    {}
+
+private:
+    FileHandle m_directory; // closing it gives the lock back
+};
+
+} // namespace
+
+LinuxFiles::LinuxFiles(std::string_view drives)
+    : m_drives(drives)
+{}
+
+std::string LinuxFiles::DirSearch(const std::string& path)
+{
+    const std::optional<std::string> system = SystemPath(path);
+    if (!system)
+        return {};
+    const PathParts parts = SplitPath(*system);
+    if (parts.name.empty())
+        return {};
+    const FileKind exact = KindOfFile(*system);
+    if (IsFile(exact))
+        return parts.name;
+    if (parts.name.find_first_of("*?") != std::string::npos) {
+        const std::string folder = parts.directory.empty() ? "./" : parts.directory;
+        const std::optional<std::string> found = ResolveIgnoringCase(folder);
+        return found ? FirstMatch(*found, parts.name) : std::string();
+    }
+    const std::optional<std::string> found = ResolveIgnoringCase(*system);
+    return found && IsFile(KindOfFile(*found)) ? SplitPath(*found).name : std::string();
+}
+
+bool LinuxFiles::IsDirectory(const std::string& path)
+{
+    const std::optional<std::string> found = Find(path);
+    return found && KindOfFile(*found) == FileKind::Directory;
+}
+
+std::string LinuxFiles::ResolveForOpen(const std::string& path)
+{
+    return Find(path).value_or(path);
+}
+
+std::optional<std::string> LinuxFiles::Read(const std::string& path)
+{
+    const std::optional<std::string> found = Find(path);
+    if (!found)
+        return std::nullopt;
+    // Without O_NONBLOCK a pipe without writer would hold the user interface for good.
+    const FileHandle file(::open(found->c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));
+    struct stat status = {};
+    if (!file.IsOpen() || ::fstat(file.Get(), &status) != 0
+        || (!S_ISREG(status.st_mode) && !S_ISFIFO(status.st_mode)))
+        return std::nullopt;
+    return ReadAll(file.Get());
+}
+
+std::optional<ports::FileStamp> LinuxFiles::Stamp(const std::string& path)
+{
+    struct stat status = {};
+    const bool isExact = ShapeOf(path) == PathShape::Posix && path.find('\0') == std::string::npos
+                         && ::stat(path.c_str(), &status) == 0;
+    if (!isExact) {
+        const std::optional<std::string> found = Find(path);
+        if (!found || ::stat(found->c_str(), &status) != 0)
+            return std::nullopt;
+    }
+    return ports::FileStamp{
+        .device = status.st_dev,
+        .inode = status.st_ino,
+        .size = static_cast<std::uint64_t>(status.st_size),
+        .modifiedNs = Nanoseconds(status.st_mtim),
+        .changedNs = Nanoseconds(status.st_ctim),
+    };
+}
+
+ports::WriteResult LinuxFiles::ReplaceFile(const std::string& path,
+                                           const std::string& content,
+                                           unsigned newFileMode)
+{
+    return ReplaceFileAt(PathForWriting(path), content, newFileMode);
+}
+
+std::unique_ptr<ports::Files::Lock> LinuxFiles::LockDirectoryOf(const std::string& path)
+{
+    const std::string directory = SplitPath(PathForWriting(path)).directory;
+    const char* const opened = directory.empty() ? "." : directory.c_str();
+    FileHandle handle(::open(opened, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!handle.IsOpen())
+        return nullptr;
+    while (::flock(handle.Get(), LOCK_EX) != 0) {
+        if (errno != EINTR)
+            return nullptr;
+    }
+    return std::make_unique<DirectoryLock>(std::move(handle));
+}
+
+std::vector<std::string> LinuxFiles::Walk(const std::string& directory, bool recursive)
+{
+    const std::optional<std::string> found = Find(directory);
+    if (!found)
+        return {};
+    return WalkFolder(*found,
+                      EnsureTrailingBackslash(directory),
+                      recursive ? WalkDepth::AllFolders : WalkDepth::OneFolder);
+}
+
+std::string LinuxFiles::CurrentDirectory()
+{
+    std::error_code failed;
+    return std::filesystem::current_path(failed).string();
+}
+
+bool LinuxFiles::SetCurrentDirectory(const std::string& path)
+{
+    const std::optional<std::string> found = Find(path);
+    return found && ::chdir(found->c_str()) == 0;
+}
+
+/// The path in the system's own form; nothing if it can name nothing here.
+std::optional<std::string> LinuxFiles::SystemPath(const std::string& path) const
+{
+    if (path.empty() || path.find('\0') != std::string::npos)
+        return std::nullopt;
+    return ShapeOf(path) == PathShape::Windows ? m_drives.ToPosix(path) : path;
+}
+
+/// What exists under that path, with case ignored where need be.
+std::optional<std::string> LinuxFiles::Find(const std::string& path) const
+{
+    const std::optional<std::string> system = SystemPath(path);
+    return system ? ResolveIgnoringCase(*system) : std::nullopt;
+}
+
+/// Where a file of that path is or would be made: the existing one, else its name in the existing
+/// directory. Empty if there is no such directory.
+std::string LinuxFiles::PathForWriting(const std::string& path) const
+{
+    if (const std::optional<std::string> existing = Find(path))
+        return *existing;
+    const std::optional<std::string> system = SystemPath(path);
+    if (!system)
+        return {};
+    const PathParts parts = SplitPath(*system);
+    const std::string folder = parts.directory.empty() ? "./" : parts.directory;
+    const std::optional<std::string> found = ResolveIgnoringCase(folder);
+    return found ? *found + parts.name : std::string();
+}
+
+} // namespace velmo

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "ports/Files.h"
+
+#include <string>
+
+namespace velmo {
+
+/// Replaces the content of the file at that exact path, by the rules of
+/// `ports::Files::ReplaceFile`. A process that is killed on the way leaves the old file or the new
+/// one, and at worst a temporary beside it whose name begins with ".velmo-".
+[[nodiscard]] ports::WriteResult ReplaceFileAt(const std::string& path,
+                                               const std::string& content,
+                                               unsigned newFileMode);
+
+} // namespace velmo

@@ -1,0 +1,189 @@
+#include "linux/LinuxFiles.h"
+
+#include "core/PathRules.h"
+#include "support/TempDir.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace velmo {
+namespace {
+
+namespace fs = std::filesystem;
+
+using Paths = std::vector<std::string>;
+
+class LinuxFilesTest : public testing::Test
+{
+protected:
+    /// What `Walk` finds, without the directory in front.
+    Paths WalkFrom(const std::string& directory, bool recursive)
+    {
+        Paths names;
+        for (const std::string& path : files.Walk(directory, recursive))
+            names.push_back(path.substr(dir().size() + 1));
+        return names;
+    }
+
+    test::TempDir dir;
+    LinuxFiles files;
+};
+
+TEST_F(LinuxFilesTest, DirSearchFollowsItsRulesInOrder)
+{
+    for (const char* name : {"Song.MP3",
+                             "SONG.mp3",
+                             "b.ogg",
+                             "A.ogg",
+                             "c.OGG",
+                             ".hidden",
+                             ".dot.ogg",
+                             "what?.mp3",
+                             "whatX.mp3",
+                             "*.wav",
+                             "a.wav",
+                             "ÄÖ.mp3",
+                             "Music/Deep/x.flac",
+                             "\xFF.mp3",
+                             "a\\b.mp3"})
+        dir.Write(name);
+    fs::create_directory(dir("folder.ogg"));
+    fs::create_symlink("nowhere", dir("dangling"));
+    fs::create_symlink("b.ogg", dir("link"));
+    ::mkfifo(dir("pipe").c_str(), 0600);
+
+    const struct
+    {
+        std::string asked;
+        std::string found;
+    } cases[] = {
+        {"Song.MP3",               "Song.MP3" },
+        {"song.mp3",               "SONG.mp3" }, // first in byte order
+        {"*.ogg",                  "A.ogg"    }, // by name, ignoring case; neither folder nor hidden file
+        {"?.ogg",                  "A.ogg"    },
+        {"B.*",                    "b.ogg"    },
+        {"what?.mp3",              "what?.mp3"}, // a file of exactly that name comes first
+        {"*.wav",                  "*.wav"    },
+        {"none*",                  ""         },
+        {".hidden",                ".hidden"  },
+        {".h*",                    ""         },
+        {"folder.ogg",             ""         },
+        {"folder.ogg/",            ""         },
+        {"b.ogg/",                 ""         },
+        {"dangling",               ""         },
+        {"link",                   "link"     },
+        {"pipe",                   "pipe"     },
+        {"äö.MP3",               "ÄÖ.mp3" },
+        {"MUSIC/deep/X.FLAC",      "x.flac"   },
+        {"MUSIC/deep/*.flac",      "x.flac"   },
+        {"Song.MP3/x",             ""         },
+        {"\xFF.mp3",               "\xFF.mp3" },
+        {"\xFF.MP3",               "\xFF.mp3" },
+        {"\xFE.mp3",               ""         },
+        {"A\\B.mp3",               "a\\b.mp3" },
+        {std::string("Song.MP3\0", 9),          ""},
+        {"none",                        ""                             },
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(files.DirSearch(dir(c.asked)), c.found) << c.asked;
+        EXPECT_EQ(FileExists(dir(c.asked), files), !c.found.empty()) << c.asked;
+    }
+    EXPECT_EQ(files.DirSearch(""), "");
+    EXPECT_EQ(files.DirSearch(std::string(1, '\0')), "");
+    EXPECT_EQ(files.ResolveForOpen(dir("music/DEEP/x.flac")), dir("Music/Deep/x.flac"));
+    EXPECT_EQ(files.ResolveForOpen(dir("music/none")), dir("music/none"));
+    EXPECT_TRUE(files.IsDirectory(dir("MUSIC")) && files.IsDirectory(dir("Music/")));
+    EXPECT_FALSE(files.IsDirectory(dir("b.ogg")) || files.IsDirectory(""));
+}
+
+TEST_F(LinuxFilesTest, WindowsPathsExistOnlyByTheDriveMap)
+{
+    dir.Write("Disk/Music/A.mp3", "sound");
+    dir.Write("Disk/Music/Sub/b.mp3");
+    const std::string path = "C:\\MUSIC\\a.mp3";
+    EXPECT_FALSE(files.Read(path).has_value());
+    EXPECT_EQ(files.DirSearch(path), "");
+    EXPECT_TRUE(files.Walk("C:\\", true).empty());
+
+    LinuxFiles mapped("x=relative;c=" + dir("Disk") + ";;d");
+    EXPECT_EQ(mapped.DirSearch(path), "A.mp3");
+    EXPECT_EQ(mapped.Read(path), "sound");
+    EXPECT_EQ(mapped.ResolveForOpen(path), dir("Disk/Music/A.mp3"));
+    EXPECT_EQ(mapped.Walk("c:\\music", true), (Paths{"c:\\music\\A.mp3", "c:\\music\\Sub\\b.mp3"}));
+    EXPECT_TRUE(mapped.IsDirectory("C:\\") && mapped.Walk("C:", false).empty());
+    EXPECT_FALSE(mapped.Read("D:\\MUSIC\\a.mp3").has_value()
+                 || mapped.Stamp("\\MUSIC").has_value());
+    EXPECT_EQ(mapped.ReplaceFile("C:\\music\\New.ini", "k", 0644), ports::WriteResult::Written);
+    EXPECT_EQ(dir.Read("Disk/Music/New.ini"), "k");
+}
+
+TEST_F(LinuxFilesTest, WalkIsSortedSkipsHiddenAndVisitsEachFolderOnce)
+{
+    for (const char* name : {"b.mp3",
+                             "A.mp3",
+                             "Zoo/1.mp3",
+                             "apes/2.mp3",
+                             "apes/Deep/3.mp3",
+                             "apes/a.mp3",
+                             ".git/4.mp3",
+                             ".5.mp3",
+                             "\xFF.mp3"})
+        dir.Write(name);
+    fs::create_directory_symlink("..", dir("apes/loop"));
+    fs::create_directory_symlink(dir("Zoo"), dir("apes/zoolink"));
+    fs::create_symlink("nowhere", dir("broken"));
+    ::mkfifo(dir("pipe").c_str(), 0600);
+
+    EXPECT_EQ(WalkFrom(dir(), false), (Paths{"A.mp3", "b.mp3", "\xFF.mp3"}));
+    EXPECT_EQ(WalkFrom(dir() + "/", true),
+              (Paths{"A.mp3",
+                     "b.mp3",
+                     "\xFF.mp3",
+                     "apes/2.mp3",
+                     "apes/a.mp3",
+                     "apes/Deep/3.mp3",
+                     "apes/zoolink/1.mp3"}));
+    EXPECT_TRUE(files.Walk(dir("none"), true).empty() && files.Walk("", true).empty());
+    EXPECT_TRUE(files.Walk(dir("b.mp3"), true).empty());
+}
+
+TEST_F(LinuxFilesTest, WalkGoesDeep)
+{
+    std::string name;
+    for (int i = 0; i < 400; ++i)
+        name += "d/";
+    dir.Write(name + "x.mp3");
+    EXPECT_EQ(WalkFrom(dir(), true), Paths{name + "x.mp3"});
+}
+
+TEST_F(LinuxFilesTest, ReadGivesAllBytesOrNothing)
+{
+    const std::string content("a\0\xFF\r\n", 5);
+    dir.Write("file", content);
+    ::mkfifo(dir("pipe").c_str(), 0600);
+    EXPECT_EQ(files.Read(dir("FILE")), content);
+    EXPECT_FALSE(files.Read(dir()).has_value());
+    EXPECT_FALSE(files.Read(dir("none")).has_value());
+    EXPECT_FALSE(files.Read("/dev/zero").has_value()) << "it would never end";
+    EXPECT_EQ(files.Read(dir("pipe")), "") << "a pipe that nobody writes must not block";
+}
+
+TEST_F(LinuxFilesTest, StampChangesWithTheFile)
+{
+    dir.Write("file", "a");
+    const auto first = files.Stamp(dir("file"));
+    ASSERT_TRUE(first.has_value());
+    EXPECT_EQ(files.Stamp(dir("FILE")), first);
+    EXPECT_EQ(files.ReplaceFile(dir("file"), "b", 0644), ports::WriteResult::Written);
+    EXPECT_NE(files.Stamp(dir("file")), first);
+    EXPECT_FALSE(files.Stamp(dir("none")).has_value());
+}
+
+} // namespace
+} // namespace velmo

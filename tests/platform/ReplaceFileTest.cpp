@@ -1,0 +1,146 @@
+#include "linux/ReplaceFile.h"
+
+#include "support/ChildProcess.h"
+#include "support/TempDir.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <random>
+#include <string>
+#include <string_view>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+namespace velmo {
+namespace {
+
+namespace fs = std::filesystem;
+using ports::WriteResult;
+
+class ReplaceFileTest : public testing::Test
+{
+protected:
+    unsigned ModeOf(const std::string& name) const
+    {
+        struct stat status = {};
+        return ::stat(dir(name).c_str(), &status) == 0 ? status.st_mode & 07777 : 0;
+    }
+
+    long FileCount() const
+    {
+        return std::distance(fs::directory_iterator(dir()), fs::directory_iterator());
+    }
+
+    test::TempDir dir;
+};
+
+TEST_F(ReplaceFileTest, ModeIsKeptAndNewFilesGetTheirs)
+{
+    EXPECT_EQ(ReplaceFileAt(dir("new"), "x", 0600), WriteResult::Written);
+    EXPECT_EQ(ModeOf("new"), 0600U);
+    dir.Write("old", "long content");
+    ::chmod(dir("old").c_str(), 0664);
+    EXPECT_EQ(ReplaceFileAt(dir("old"), "y", 0600), WriteResult::Written);
+    EXPECT_EQ(ModeOf("old"), 0664U);
+    EXPECT_EQ(dir.Read("old"), "y");
+    EXPECT_EQ(FileCount(), 2);
+}
+
+TEST_F(ReplaceFileTest, LinksAreFollowedAndStay)
+{
+    dir.Write("data/real", "old");
+    fs::create_symlink("data/hop", dir("link"));
+    fs::create_symlink("real", dir("data/hop"));
+    fs::create_symlink(dir("data/fresh"), dir("dangling"));
+    fs::create_symlink("loop", dir("loop"));
+    EXPECT_EQ(ReplaceFileAt(dir("link"), "new", 0600), WriteResult::Written);
+    EXPECT_EQ(dir.Read("data/real"), "new");
+    EXPECT_TRUE(fs::is_symlink(dir("link")) && fs::is_symlink(dir("data/hop")));
+    EXPECT_EQ(ReplaceFileAt(dir("dangling"), "made", 0600), WriteResult::Written);
+    EXPECT_EQ(dir.Read("data/fresh"), "made");
+    EXPECT_EQ(ReplaceFileAt(dir("loop"), "x", 0600), WriteResult::Failed);
+}
+
+TEST_F(ReplaceFileTest, FailureLeavesTheOldFileAndNoTemporary)
+{
+    dir.Write("file", "old");
+    ::chmod(dir("file").c_str(), 0444);
+    EXPECT_EQ(ReplaceFileAt(dir("file"), "new", 0600), WriteResult::Failed) << "read-only";
+    ::chmod(dir("file").c_str(), 0644);
+    EXPECT_EQ(ReplaceFileAt(dir(), "new", 0600), WriteResult::Failed) << "a directory";
+    EXPECT_EQ(ReplaceFileAt(dir("none/file"), "new", 0600), WriteResult::Failed);
+    EXPECT_EQ(ReplaceFileAt("", "new", 0600), WriteResult::Failed);
+
+    test::ChildProcess full([&] {
+        static_cast<void>(::signal(SIGXFSZ, SIG_IGN));
+        const rlimit limit{1000, 1000};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        const auto result = ReplaceFileAt(dir("file"), std::string(5000, 'x'), 0600);
+        return result == WriteResult::Failed ? 0 : 1;
+    });
+    EXPECT_EQ(full.Wait(), 0) << "a full disk";
+    EXPECT_EQ(dir.Read("file"), "old");
+    EXPECT_EQ(FileCount(), 1);
+}
+
+TEST_F(ReplaceFileTest, PipesAndDevicesAreWrittenStraight)
+{
+    EXPECT_EQ(ReplaceFileAt("/dev/null", "x", 0600), WriteResult::Written);
+    EXPECT_EQ(ReplaceFileAt("/dev/full", "x", 0600), WriteResult::Failed);
+
+    ::mkfifo(dir("pipe").c_str(), 0600);
+    EXPECT_EQ(ReplaceFileAt(dir("pipe"), "x", 0600), WriteResult::Failed) << "nobody reads";
+    const int reader = ::open(dir("pipe").c_str(), O_RDONLY | O_NONBLOCK);
+    EXPECT_EQ(ReplaceFileAt(dir("pipe"), "bytes", 0600), WriteResult::Written);
+    char buffer[16] = {};
+    EXPECT_EQ(::read(reader, buffer, sizeof(buffer)), 5);
+    EXPECT_EQ(std::string_view(buffer), "bytes");
+
+    // A reader that leaves in the middle must not end the program by SIGPIPE.
+    test::ChildProcess writer([&] {
+        ::close(reader);
+        const auto result = ReplaceFileAt(dir("pipe"), std::string(1 << 20, 'x'), 0600);
+        return result == WriteResult::Failed ? 7 : 1;
+    });
+    pollfd started{reader, POLLIN, 0};
+    EXPECT_EQ(::poll(&started, 1, 10000), 1);
+    ::close(reader);
+    EXPECT_EQ(writer.Wait(), 7);
+}
+
+TEST_F(ReplaceFileTest, AKillAtAnyMomentLeavesOldOrNew)
+{
+    const std::string contents[] = {std::string(300000, 'a'), std::string(200000, 'b')};
+    dir.Write("file", contents[0]);
+    std::mt19937 random(7); // NOLINT(cert-msc51-cpp): a run can be repeated
+    int replaced = 0;
+    for (int round = 0; round < 100; ++round) {
+        const test::Signal started;
+        test::ChildProcess writer([&] {
+            if (ReplaceFileAt(dir("file"), contents[1], 0600) != WriteResult::Written
+                || !started.Give())
+                return 1;
+            for (int i = 0;; ++i)
+                if (ReplaceFileAt(dir("file"), contents[i % 2], 0600) != WriteResult::Written)
+                    return 1;
+        });
+        ASSERT_TRUE(started.Take());
+        // Some turns of work of our own, so that the kill comes at another place each time.
+        std::string seen;
+        for (auto turns = random() % 8; turns > 0; --turns)
+            seen = dir.Read("file");
+        writer.Kill();
+        seen = dir.Read("file");
+        ASSERT_TRUE(seen == contents[0] || seen == contents[1]) << round << ": " << seen.size();
+        replaced += seen == contents[1] ? 1 : 0;
+    }
+    EXPECT_GT(replaced, 0) << "no kill came after a rename: the test shows nothing";
+}
+
+} // namespace
+} // namespace velmo
