@@ -1,0 +1,19 @@
+#pragma once
+
+#include "controls/Controls.h"
+#include "controls/Form.h"
+#include "controls/ListRows.h"
+
+namespace velmo::forms {
+
+/// The playlist, 314 by 490 pixels. Its rows are the only copy of the list.
+class Playlist final : public controls::Form
+{
+public:
+    Playlist();
+
+    controls::ListRows pl;
+    controls::Timer tmrInfo; ///< the title reader's
+};
+
+} // namespace velmo::forms

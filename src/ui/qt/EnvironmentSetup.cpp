@@ -1,0 +1,26 @@
+#include "EnvironmentSetup.h"
+
+#include <QFileInfo>
+#include <QGuiApplication>
+
+namespace velmo::qt {
+
+void SetUpEnvironment()
+{
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM") && !qEnvironmentVariableIsEmpty("DISPLAY"))
+        qputenv("QT_QPA_PLATFORM", "xcb;wayland");
+    // Nothing is drawn by OpenGL, and looking for it costs time at every start.
+    if (!qEnvironmentVariableIsSet("QT_XCB_GL_INTEGRATION"))
+        qputenv("QT_XCB_GL_INTEGRATION", "none");
+    // Without a session bus the toolkit would have one launched, which costs more than all else
+    // here.
+    const QString runtimeDirectory = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    const bool hasBus =
+        !runtimeDirectory.isEmpty() && QFileInfo::exists(runtimeDirectory + QStringLiteral("/bus"));
+    if (!hasBus && !qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS"))
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/dev/null");
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::Round);
+}
+
+} // namespace velmo::qt

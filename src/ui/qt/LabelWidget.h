@@ -1,0 +1,44 @@
+#pragma once
+
+#include "ControlWidget.h"
+
+#include "controls/Controls.h"
+
+namespace velmo::qt {
+
+/// Paints one line of text on its ground; it fills its whole area, so nothing under it is painted
+/// with it.
+class LabelWidget final : public ControlWidget
+{
+public:
+    LabelWidget(controls::Label& label, ControlHost& host, QWidget* parent);
+
+    void Sync() override;
+    QAccessible::Role AccessibleRole() const override;
+    QString AccessibleText() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    /// What the last `Sync` found, to tell whether the picture changes.
+    struct Look
+    {
+        std::string caption;
+        controls::Colour fore = 0;
+        controls::Colour back = 0;
+        controls::Font font;
+        controls::TextAlign align = controls::TextAlign::Left;
+        controls::TextOverflow overflow = controls::TextOverflow::Cut;
+
+        bool operator==(const Look&) const = default;
+    };
+
+    void PaintText(QPainter& painter) const;
+
+    const controls::Label& m_label;
+    Look m_look;
+    QString m_text;
+};
+
+} // namespace velmo::qt

@@ -1,0 +1,132 @@
+#include "ui/SmallForm.h"
+
+#include <QImage>
+
+#include <gmock/gmock.h>
+
+namespace velmo::test {
+namespace {
+
+int PixelsOf(const QImage& picture, const QRect& place, QColor colour)
+{
+    int count = 0;
+    for (int y = place.top(); y <= place.bottom(); ++y)
+        for (int x = place.left(); x <= place.right(); ++x)
+            count += picture.pixelColor(x, y) == colour ? 1 : 0;
+    return count;
+}
+
+TEST(Painting, NewTextRepaintsItsLabelAlone)
+{
+    ShownForm shown;
+    PaintCounter paints;
+    shown.form.lblSong.Caption = "Another";
+    ASSERT_TRUE(WaitUntil([&] { return paints.Count("lblSong") > 0; }));
+    ServeEvents();
+    EXPECT_THAT(paints.Painted(), testing::ElementsAre("lblSong"));
+    EXPECT_EQ(paints.Count("lblSong"), 1);
+}
+
+TEST(Painting, TenThousandChangesOfOneTurnAreOnePaint)
+{
+    ShownForm shown;
+    PaintCounter paints;
+    for (int i = 0; i < 10'000; ++i)
+        shown.form.lblTime.Caption = std::to_string(i);
+    EXPECT_EQ(paints.Count("lblTime"), 0);
+    ASSERT_TRUE(WaitUntil([&] { return paints.Count("lblTime") > 0; }));
+    ServeEvents();
+    EXPECT_EQ(paints.Count("lblTime"), 1);
+}
+
+TEST(Painting, WhatCannotBeSeenPaintsNothing)
+{
+    ShownForm shown;
+    PaintCounter paints;
+    shown.form.lblSong.Caption = "Another";
+    shown.form.lblSong.Caption = "Song"; // back before anyone could see it
+    shown.form.lblTime.ToolTipText = "tip";
+    shown.form.imgBar.AccessibleName = "bar";
+    shown.form.tmrTick.Enabled = true;
+    shown.form.Caption = "Title";
+    ASSERT_TRUE(WaitUntil([&] { return shown.view.windowTitle() == QStringLiteral("Title"); }));
+    ServeEvents();
+    EXPECT_THAT(paints.Painted(), testing::IsEmpty());
+}
+
+TEST(Painting, MovingTheKnobLeavesTheLabelsAlone)
+{
+    ShownForm shown;
+    PaintCounter paints;
+    shown.form.imgKnob.Left = 900;
+    ASSERT_TRUE(WaitUntil([&] { return paints.Count("imgKnob") > 0; }));
+    ServeEvents();
+    EXPECT_EQ(paints.Count("lblTime") + paints.Count("lblSong") + paints.Count("imgArea"), 0);
+}
+
+TEST(Painting, RepaintNowDoesNotWaitForTheEventLoop)
+{
+    ShownForm shown;
+    PaintCounter paints;
+    shown.form.lblSong.Caption = "Now";
+    shown.form.RepaintNow();
+    EXPECT_GE(paints.Count("lblSong"), 1);
+}
+
+TEST(Painting, LabelShowsItsTextInItsColours)
+{
+    ShownForm shown;
+    shown.form.lblSong.Font = controls::Font{.sizePoints = 14, .weight = 700};
+    shown.form.lblSong.ForeColor = 0x0000FF; // red
+    shown.form.lblSong.BackColor = 0x400000; // dark blue
+    shown.form.lblSong.Caption = "MMMM";
+    shown.form.imgArea.FillColor = 0x00FF00;
+    ServeEvents();
+    const QImage picture = shown.view.grab().toImage();
+    const QRect label = Find(shown.view, "lblSong").geometry();
+    EXPECT_GT(PixelsOf(picture, label, QColor(255, 0, 0)), 20);
+    EXPECT_GT(PixelsOf(picture, label, QColor(0, 0, 64)), 200);
+    EXPECT_EQ(PixelsOf(picture, Find(shown.view, "imgArea").geometry(), QColor(0, 255, 0)), 100);
+}
+
+TEST(Painting, TextThatIsToShrinkFitsIntoItsLabel)
+{
+    ShownForm shown;
+    const QRect label = Find(shown.view, "lblTime").geometry();
+    const QRect lastColumns(label.right() - 2, label.top(), 3, label.height());
+    const auto lit = [&] {
+        ServeEvents();
+        return lastColumns.width() * lastColumns.height()
+               - PixelsOf(shown.view.grab().toImage(), lastColumns, QColor(1, 1, 1));
+    };
+    shown.form.lblTime.Caption = "MMMMMMMMMMMMMMMM ";
+    EXPECT_GT(lit(), 0);
+    shown.form.lblTime.Overflow = controls::TextOverflow::Shrink;
+    EXPECT_EQ(lit(), 0);
+}
+
+TEST(Painting, HiddenControlIsNotPaintedAndComesBack)
+{
+    ShownForm shown;
+    const QRect area = Find(shown.view, "imgArea").geometry();
+    shown.form.imgArea.FillColor = 0x00FF00;
+    for (const bool visible : {true, false, true}) {
+        shown.form.imgArea.Visible = visible;
+        ServeEvents();
+        EXPECT_EQ(PixelsOf(shown.view.grab().toImage(), area, QColor(0, 255, 0)),
+                  visible ? 100 : 0);
+    }
+}
+
+TEST(Painting, FramelessWindowHasRoundCorners)
+{
+    ShownForm shown;
+    const QRegion mask = shown.view.mask();
+    EXPECT_EQ(mask.boundingRect(), QRect(0, 0, 200, 100));
+    for (const QPoint corner : {QPoint(0, 0), QPoint(199, 0), QPoint(0, 99), QPoint(199, 99)})
+        EXPECT_FALSE(mask.contains(corner));
+    EXPECT_TRUE(mask.contains(QPoint(8, 0)) && mask.contains(QPoint(0, 50)));
+}
+
+} // namespace
+} // namespace velmo::test
