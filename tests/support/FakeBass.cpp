@@ -1,0 +1,201 @@
+#include "FakeBass.h"
+
+#include "core/UnicodePath.h"
+
+#include <algorithm>
+
+namespace velmo::test {
+
+namespace {
+
+// The library's functions are plain ones: this is the way back to the object.
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): for the reason above
+FakeBass* current = nullptr;
+
+FakeBass::Channel* Find(DWORD handle)
+{
+    const auto found = current->channels.find(handle);
+    return found == current->channels.end() ? nullptr : &found->second;
+}
+
+void Note(std::string call)
+{
+    current->calls.push_back(std::move(call));
+}
+
+std::string Text(DWORD handle)
+{
+    return std::to_string(handle);
+}
+
+DWORD Open(const char* call, const void* file, DWORD flags, bool module)
+{
+    const std::string path = FromUtf16(static_cast<const char16_t*>(file));
+    Note(std::string(call) + " " + path);
+    const auto sound = current->sounds.find(path);
+    if (sound == current->sounds.end() || sound->second.isModule != module)
+        return 0;
+    const DWORD handle = current->nextHandle++;
+    current->channels[handle] = {.path = path,
+                                 .seconds = sound->second.seconds,
+                                 .position = 0,
+                                 .state = BASS_ACTIVE_STOPPED,
+                                 .isModule = module,
+                                 .flags = flags};
+    return handle;
+}
+
+BOOL FreeKind(const char* call, DWORD handle, bool module)
+{
+    Note(call + (" " + Text(handle)));
+    const FakeBass::Channel* channel = Find(handle);
+    if (channel == nullptr || channel->isModule != module)
+        return 0;
+    current->channels.erase(handle);
+    return 1;
+}
+
+QWORD Bytes(double seconds)
+{
+    return static_cast<QWORD>(seconds * FakeBass::BytesPerSecond);
+}
+
+void FillDevice(modBass& table)
+{
+    table.BASS_GetVersion = []() noexcept { return current->version; };
+    table.BASS_ErrorGetCode = []() noexcept -> int { return BASS_ERROR_HANDLE; };
+    table.BASS_Init = [](int device, DWORD freq, DWORD flags, void*, void*) noexcept -> BOOL {
+        Note("BASS_Init " + std::to_string(device) + " " + Text(freq) + " " + Text(flags));
+        return current->initSucceeds ? 1 : 0;
+    };
+    table.BASS_Free = []() noexcept -> BOOL {
+        Note("BASS_Free");
+        current->channels.clear();
+        return 1;
+    };
+    table.BASS_Stop = []() noexcept -> BOOL {
+        Note("BASS_Stop");
+        return 1;
+    };
+    table.BASS_SetConfig = [](DWORD, DWORD) noexcept -> BOOL { return 1; };
+    table.BASS_GetVolume = []() noexcept { return 1.0f; };
+    table.BASS_SetVolume = [](float) noexcept -> BOOL { return 1; };
+}
+
+void FillOpening(modBass& table)
+{
+    table.BASS_StreamCreateFile = [](BOOL, const void* file, QWORD, QWORD, DWORD flags) noexcept {
+        return Open("BASS_StreamCreateFile", file, flags, false);
+    };
+    table.BASS_MusicLoad = [](BOOL, const void* file, QWORD, DWORD, DWORD flags, DWORD) noexcept {
+        return Open("BASS_MusicLoad", file, flags, true);
+    };
+    table.BASS_StreamCreateURL = [](const char*, DWORD, DWORD, void*, void*) noexcept -> HSTREAM {
+        Note("BASS_StreamCreateURL");
+        return 0;
+    };
+    table.BASS_StreamFree = [](HSTREAM handle) noexcept {
+        return FreeKind("BASS_StreamFree", handle, false);
+    };
+    table.BASS_MusicFree = [](HMUSIC handle) noexcept {
+        return FreeKind("BASS_MusicFree", handle, true);
+    };
+}
+
+void FillTransport(modBass& table)
+{
+    table.BASS_ChannelPlay = [](DWORD handle, BOOL restart) noexcept -> BOOL {
+        Note("BASS_ChannelPlay " + Text(handle));
+        FakeBass::Channel* channel = Find(handle);
+        if (channel == nullptr)
+            return 0;
+        channel->state = BASS_ACTIVE_PLAYING;
+        channel->position = restart != 0 ? 0 : channel->position;
+        return 1;
+    };
+    table.BASS_ChannelPause = [](DWORD handle) noexcept -> BOOL {
+        FakeBass::Channel* channel = Find(handle);
+        if (channel != nullptr)
+            channel->state = BASS_ACTIVE_PAUSED;
+        return channel != nullptr ? 1 : 0;
+    };
+    table.BASS_ChannelStop = [](DWORD handle) noexcept -> BOOL {
+        Note("BASS_ChannelStop " + Text(handle));
+        return current->channels.erase(handle) != 0 ? 1 : 0;
+    };
+    table.BASS_ChannelIsActive = [](DWORD handle) noexcept {
+        const FakeBass::Channel* channel = Find(handle);
+        return channel == nullptr ? static_cast<DWORD>(BASS_ACTIVE_STOPPED) : channel->state;
+    };
+}
+
+void FillPosition(modBass& table)
+{
+    table.BASS_ChannelGetPosition = [](DWORD handle, DWORD) noexcept {
+        const FakeBass::Channel* channel = Find(handle);
+        return channel == nullptr ? ~QWORD{0} : Bytes(channel->position);
+    };
+    table.BASS_ChannelSetPosition = [](DWORD handle, QWORD position, DWORD) noexcept -> BOOL {
+        Note("BASS_ChannelSetPosition " + Text(handle) + " " + std::to_string(position));
+        FakeBass::Channel* channel = Find(handle);
+        if (channel == nullptr || position > Bytes(channel->seconds))
+            return 0;
+        channel->position = static_cast<double>(position) / FakeBass::BytesPerSecond;
+        return 1;
+    };
+    table.BASS_ChannelGetLength = [](DWORD handle, DWORD) noexcept {
+        const FakeBass::Channel* channel = Find(handle);
+        return channel == nullptr ? ~QWORD{0} : Bytes(channel->seconds);
+    };
+    table.BASS_ChannelBytes2Seconds = [](DWORD handle, QWORD bytes) noexcept {
+        return Find(handle) == nullptr ? -1.0
+                                       : static_cast<double>(bytes) / FakeBass::BytesPerSecond;
+    };
+    table.BASS_ChannelGetInfo = [](DWORD handle, BASS_CHANNELINFO* info) noexcept -> BOOL {
+        const FakeBass::Channel* channel = Find(handle);
+        if (channel == nullptr)
+            return 0;
+        *info = {
+            .freq = 44100, .chans = 2, .flags = 0, .ctype = 0, .filename = channel->path.c_str()};
+        return 1;
+    };
+    table.BASS_ChannelGetAttribute = [](DWORD handle, DWORD, float* value) noexcept -> BOOL {
+        *value = 44100;
+        return Find(handle) == nullptr ? 0 : 1;
+    };
+}
+
+} // namespace
+
+FakeBass::FakeBass()
+{
+    current = this;
+}
+
+FakeBass::~FakeBass()
+{
+    current = nullptr;
+}
+
+modBass FakeBass::Table() const
+{
+    modBass table;
+    FillDevice(table);
+    FillOpening(table);
+    FillTransport(table);
+    FillPosition(table);
+    return table;
+}
+
+void FakeBass::Advance(double seconds)
+{
+    for (auto channel = channels.begin(); channel != channels.end();) {
+        if (channel->second.state == BASS_ACTIVE_PLAYING)
+            channel->second.position += seconds;
+        // What is opened by the player frees itself at its end.
+        channel = channel->second.position > channel->second.seconds ? channels.erase(channel)
+                                                                     : ++channel;
+    }
+}
+
+} // namespace velmo::test
