@@ -47,7 +47,7 @@ double RenderWhole(const EngineTable& engine, const std::string& path)
         const DWORD channel = Open(engine, path);
         engine.ChannelPlay(channel, 1);
         while (engine.ChannelIsActive(channel) != 0)
-            Wait(std::chrono::microseconds(200));
+            Wait(std::chrono::milliseconds(1)); // seldom: both processors have work
         engine.StreamFree(channel);
     });
 }
