@@ -48,6 +48,12 @@ void ToInt16(const float* in, std::size_t count, std::int16_t* out) noexcept
             static_cast<std::int16_t>(std::lrintf(Limited(in[i], 32768.0f, -32768.0f, 32767.0f)));
 }
 
+void FromInt16(const std::int16_t* in, std::size_t count, float* out) noexcept
+{
+    for (std::size_t i = 0; i < count; ++i)
+        out[i] = static_cast<float>(in[i]) * (1.0f / 32768.0f);
+}
+
 void ToInt16LittleEndian(const float* in, std::size_t count, std::uint8_t* out) noexcept
 {
     constexpr std::size_t Piece = 512;

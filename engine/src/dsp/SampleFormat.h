@@ -11,7 +11,10 @@ namespace velmo::engine {
 /// to the even neighbour. What was made from 16 bits as value / 32768 comes out unchanged.
 void ToInt16(const float* in, std::size_t count, std::int16_t* out) noexcept;
 
-/// The same as 16 bits, little endian, whatever the machine's order.
+/// The way back, exact: value / 32768.
+void FromInt16(const std::int16_t* in, std::size_t count, float* out) noexcept;
+
+/// `ToInt16`, but little endian, whatever the machine's order.
 void ToInt16LittleEndian(const float* in, std::size_t count, std::uint8_t* out) noexcept;
 
 /// Rounds `count` samples to the 256 steps of 8 bits, -1 to 127/128, in place; halves to the even
