@@ -3,12 +3,14 @@
 build_packages=(
   g++ cmake ninja-build pkg-config ccache mold
   qt6-base-dev libcubeb-dev libmpg123-dev libvorbis-dev libsndfile1-dev libopenmpt-dev libsoxr-dev libtag1-dev
+  libflac-dev libopusfile-dev libwavpack-dev libavformat-dev libavcodec-dev libavutil-dev
 )
 run_packages=(
   libqt6widgets6 qt6-qpa-plugins qt6-wayland fonts-dejavu-core fonts-dejavu-extra xvfb
 )
 test_packages=(
   clang clang-format clang-tidy libclang-rt-14-dev libgtest-dev libgmock-dev libmp3lame-dev
+  flac opus-tools wavpack ffmpeg musepack-tools
   python3 xvfb openbox xdotool x11-utils imagemagick pulseaudio pulseaudio-utils
 )
 

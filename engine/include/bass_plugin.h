@@ -11,6 +11,8 @@
 #define VELMO_BASS_PLUGIN_H
 
 // NOLINTBEGIN(modernize-deprecated-headers,modernize-use-using): a header of C
+#include "bass.h"
+
 #include <stddef.h>
 #include <stdint.h>
 
@@ -48,6 +50,7 @@ typedef struct
     uint64_t
         lengthFrames; ///< exact count of frames that reading an undamaged file from the start gives
     uint32_t ctype;   ///< kind of content, one of the BASS_CTYPE_ numbers of bass.h
+    uint32_t limited; ///< 1: no sample is beyond -1..1, as in files of whole numbers; 0: unknown
 } BASS_SOURCE_FORMAT;
 
 typedef struct
@@ -75,6 +78,25 @@ typedef struct
 
     void (*close)(void* source);
 } BASS_DECODER;
+
+/// Version of `BASS_PLUGIN` and `BASS_DECODER`.
+enum
+{
+    BASS_PLUGIN_ABI = 1
+};
+
+/// What a plugin library exports, as an object with the name `BASS_PluginTable`. A plugin
+/// shows no unique symbols, so that it can be unmapped: it's built with -fno-gnu-unique, or linked
+/// with a version script that hides all but the table.
+typedef struct
+{
+    uint32_t abi;  ///< BASS_PLUGIN_ABI
+    uint32_t size; ///< sizeof(BASS_PLUGIN)
+    uint32_t version;
+    uint32_t formatCount; ///< may be 0
+    const BASS_PLUGINFORM* formats;
+    const BASS_DECODER* decoder;
+} BASS_PLUGIN;
 // NOLINTEND(modernize-deprecated-headers,modernize-use-using)
 
 #ifdef __cplusplus

@@ -12,9 +12,6 @@ extern const BASS_DECODER WavDecoder;
 /// AIFF and AIFF-C.
 extern const BASS_DECODER AiffDecoder;
 
-/// FLAC in its own container.
-extern const BASS_DECODER FlacDecoder;
-
 /// MPEG 1, 2 and 2.5, layers 1 to 3, decoded by libmpg123 without the encoder's padding.
 extern const BASS_DECODER MpegDecoder;
 

@@ -3,7 +3,7 @@
 /// A decoder's probe looks for the magic bytes of its format, so for most files one of them says
 /// yes and the order does not matter. It does for formats without magic bytes, which are asked
 /// after all that have some:
-///   1. WAV, AIFF, FLAC, Ogg Vorbis: certain within twelve bytes, and the files met most besides
+///   1. WAV, AIFF, Ogg Vorbis: certain within twelve bytes, and the files met most besides
 ///   MPEG;
 ///   2. modules: some kinds are recognised by what is plausible;
 ///   3. decoders of plugins, in the order of their loading;

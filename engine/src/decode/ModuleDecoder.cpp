@@ -92,7 +92,8 @@ int ModuleSource::OpenContents(std::span<const std::uint8_t> bytes)
     m_format = {.sampleRate = static_cast<std::uint32_t>(m_rate),
                 .channels = 2,
                 .lengthFrames = static_cast<std::uint64_t>(std::llround(seconds * m_rate)),
-                .ctype = BASS_CTYPE_MUSIC};
+                .ctype = BASS_CTYPE_MUSIC,
+                .limited = 0};
     return BASS_DECODER_OK;
 }
 

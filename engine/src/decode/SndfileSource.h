@@ -1,4 +1,4 @@
-/// Files that libsndfile decodes: what the decoders of WAV, AIFF and FLAC share.
+/// Files that libsndfile decodes: what the decoders of WAV and AIFF share.
 #pragma once
 
 #include "bass_plugin.h"
@@ -21,7 +21,7 @@ class SndfileSource
 public:
     /// Opens `window` if its container is one of `containers` (SF_FORMAT_ numbers); `ctype` is what
     /// `Format` says then. Fails with 41 for foreign or unreadable contents, with 6 for more than 8
-    /// channels or a length that is neither told nor to be found.
+    /// channels or a length that is not told.
     static Result<std::unique_ptr<SndfileSource>> Open(FileWindow window,
                                                        std::span<const int> containers,
                                                        std::uint32_t ctype);
@@ -38,14 +38,16 @@ private:
 
     explicit SndfileSource(FileWindow window) noexcept;
     int OpenContents(std::span<const int> containers, std::uint32_t ctype);
-    bool CountUntold();
     std::uint64_t CountRounded(std::uint64_t told);
     void ReadToEnd();
+    sf_count_t ReadFloats(float* out, std::size_t frames) noexcept;
+    sf_count_t ReadInt16(float* out, std::size_t frames) noexcept;
 
     FileWindow m_window;
     std::unique_ptr<SNDFILE, Closer> m_file;
     BASS_SOURCE_FORMAT m_format = {};
     bool m_holdsFloats = false;
+    bool m_holdsInt16 = false;
     std::uint64_t m_position = 0;
 };
 

@@ -3,7 +3,9 @@
 #include "File.h"
 #include "SoundStart.h"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <new>
 #include <utility>
 
@@ -29,7 +31,43 @@ Result<std::size_t> ReadHead(const char* path, Head& head) noexcept
 
 bool IsPlayable(const BASS_SOURCE_FORMAT& format) noexcept
 {
-    return format.sampleRate > 0 && format.channels >= 1 && format.channels <= 8;
+    constexpr std::uint32_t MostSampleRate = 1'000'000;
+    constexpr std::uint64_t MostFrames = std::uint64_t{1} << 48U; // so that bytes can be counted
+    return format.sampleRate > 0 && format.sampleRate <= MostSampleRate && format.channels >= 1
+           && format.channels <= 8 && format.lengthFrames <= MostFrames;
+}
+
+/// Whether a decoder that opens nothing says more than that the file is none of its own.
+bool IsReason(int error) noexcept
+{
+    return error == BASS_DECODER_CANNOT_OPEN || error == BASS_DECODER_BAD_FORMAT;
+}
+
+/// What `call` gives, a call of a decoder's function. The functions of a plugin ought not to throw,
+/// and it's not known that they don't: what one throws ends here, and it has then given `failed`.
+template<typename Value, typename Call>
+Value Guarded(Value failed, Call call) noexcept
+{
+    try {
+        return call();
+    } catch (...) {
+        return failed;
+    }
+}
+
+void CloseOpened(const BASS_DECODER& decoder, void* opened) noexcept
+{
+    Guarded(0, [&] {
+        decoder.close(opened);
+        return 0;
+    });
+}
+
+/// One sample that is no number would stay in every filter behind for good.
+void SilenceNonNumbers(float* samples, std::size_t count) noexcept
+{
+    for (std::size_t i = 0; i < count; ++i)
+        samples[i] = std::abs(samples[i]) <= 1e6f ? samples[i] : 0.0f;
 }
 
 } // namespace
@@ -48,18 +86,19 @@ Result<std::unique_ptr<Source>> Source::Open(const char* path,
     for (const DecoderEntry& entry : decoders) {
         const BASS_DECODER& decoder = *entry.decoder;
         if (decoder.kind != static_cast<std::uint32_t>(kind)
-            || decoder.probe(head.data(), size.value) == 0)
+            || Guarded(0, [&] { return decoder.probe(head.data(), size.value); }) == 0)
             continue;
         BASS_SOURCE_FORMAT format = {};
         int error = BASS_DECODER_NOT_MINE;
-        void* const opened = decoder.open(path, deviceRate, &format, &error);
+        void* const opened = Guarded<void*>(
+            nullptr, [&] { return decoder.open(path, deviceRate, &format, &error); });
         if (opened == nullptr) {
-            failure = error == BASS_DECODER_NOT_MINE ? failure : error;
+            failure = IsReason(error) ? error : failure;
             continue;
         }
         std::unique_ptr<Source> source(new (std::nothrow) Source(entry, opened, format));
         if (!source)
-            decoder.close(opened);
+            CloseOpened(decoder, opened);
         if (!source || !IsPlayable(format))
             return Opened::Failure(source ? BASS_DECODER_BAD_FORMAT : BASS_DECODER_CANNOT_OPEN);
         return {.value = std::move(source)};
@@ -75,17 +114,29 @@ Source::Source(DecoderEntry entry, void* opened, const BASS_SOURCE_FORMAT& forma
 
 Source::~Source()
 {
-    m_entry.decoder->close(m_opened);
+    CloseOpened(*m_entry.decoder, m_opened);
 }
 
 std::size_t Source::Read(float* out, std::size_t frames) noexcept
 {
-    return m_entry.decoder->read(m_opened, out, frames);
+    const std::size_t wanted = std::min<std::uint64_t>(frames, m_format.lengthFrames - m_position);
+    const auto said =
+        Guarded<std::size_t>(0, [&] { return m_entry.decoder->read(m_opened, out, wanted); });
+    const std::size_t got = std::min(said, wanted);
+    // The engine's own decoders give numbers alone.
+    if (m_entry.owner != nullptr)
+        SilenceNonNumbers(out, got * m_format.channels);
+    m_position += got;
+    return got;
 }
 
 bool Source::Seek(std::uint64_t frame) noexcept
 {
-    return frame <= m_format.lengthFrames && m_entry.decoder->seek(m_opened, frame) != 0;
+    if (frame > m_format.lengthFrames
+        || Guarded(0, [&] { return m_entry.decoder->seek(m_opened, frame); }) == 0)
+        return false;
+    m_position = frame;
+    return true;
 }
 
 } // namespace velmo::engine

@@ -20,6 +20,7 @@ enum class SourceKind : std::uint32_t
 };
 
 /// Owns what a decoder has opened, and keeps the decoder's plugin loaded. One thread at a time.
+/// What a plugin's functions throw, or give beyond what they may, goes no further.
 class Source
 {
 public:
@@ -38,8 +39,11 @@ public:
 
     const BASS_SOURCE_FORMAT& Format() const noexcept { return m_format; }
 
+    /// What keeps the decoder's plugin loaded; null for one of the engine's own.
+    const std::shared_ptr<const void>& Plugin() const noexcept { return m_entry.owner; }
+
     /// Reads up to `frames` interleaved frames into `out`; fewer than asked only at the end, 0 is
-    /// the end. A damaged file may end before its length.
+    /// the end. A damaged file may end before its length, none goes on behind it.
     std::size_t Read(float* out, std::size_t frames) noexcept;
 
     /// Moves to `frame`, 0 to the length: the next read begins there. False, and the place is
@@ -52,6 +56,7 @@ private:
     DecoderEntry m_entry;
     void* m_opened;
     BASS_SOURCE_FORMAT m_format;
+    std::uint64_t m_position = 0; ///< frame that the next read begins with
 };
 
 } // namespace velmo::engine

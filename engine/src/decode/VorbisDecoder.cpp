@@ -4,12 +4,12 @@
 /// as one; the file ends before the first stream that differs.
 #include "BuiltinDecoders.h"
 #include "DecoderTable.h"
+#include "VorbisOrder.h"
 #include "bass.h"
 
 #include <vorbis/vorbisfile.h>
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <string_view>
 
@@ -17,21 +17,6 @@ namespace velmo::engine {
 namespace {
 
 constexpr int MostChannels = 8;
-
-/// For every channel count, which of Vorbis' channels stands at each place of a WAV file's order.
-/// After the Vorbis I specification, section 4.3.9.
-using ChannelOrder = std::array<std::uint8_t, MostChannels>;
-constexpr std::array<ChannelOrder, MostChannels + 1> WavOrder = {
-    {{},
-     {0},
-     {0, 1},
-     {0, 2, 1},
-     {0, 1, 2, 3},
-     {0, 2, 1, 3, 4},
-     {0, 2, 1, 5, 3, 4},
-     {0, 2, 1, 6, 5, 3, 4},
-     {0, 2, 1, 7, 5, 6, 3, 4}}
-};
 
 std::size_t WindowRead(void* out, std::size_t size, std::size_t count, void* user)
 {
@@ -99,7 +84,8 @@ int VorbisSource::OpenContents()
     m_format = {.sampleRate = static_cast<std::uint32_t>(info->rate),
                 .channels = static_cast<std::uint32_t>(info->channels),
                 .lengthFrames = 0,
-                .ctype = BASS_CTYPE_STREAM_OGG};
+                .ctype = BASS_CTYPE_STREAM_OGG,
+                .limited = 0};
     for (int link = 0; link < ov_streams(&m_file) && LinkHasFormat(link); ++link) {
         const ogg_int64_t frames = ov_pcm_total(&m_file, link);
         m_format.lengthFrames += frames > 0 ? static_cast<std::uint64_t>(frames) : 0;
@@ -149,7 +135,7 @@ void VorbisSource::Interleave(float* const* planes, std::size_t frames, float* o
         return;
     }
     for (std::size_t channel = 0; channel < channels; ++channel) {
-        const float* const plane = planes[WavOrder.at(channels).at(channel)];
+        const float* const plane = planes[VorbisChannelAt(channel, channels)];
         for (std::size_t i = 0; i < frames; ++i)
             out[i * channels + channel] = plane[i];
     }

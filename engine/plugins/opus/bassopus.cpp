@@ -1,0 +1,17 @@
+#include "PluginDecoders.h"
+#include "PluginExport.h"
+#include "bass.h"
+
+#include <array>
+
+namespace {
+
+constexpr std::array Formats = {
+    BASS_PLUGINFORM{.ctype = BASS_CTYPE_STREAM_OPUS, .name = "Opus", .exts = "*.opus"},
+};
+
+} // namespace
+
+// NOLINTNEXTLINE(cppcoreguidelines-interfaces-global-init): what it names is a constant
+constinit const BASS_PLUGIN BASS_PluginTable =
+    velmo::engine::PluginTable(Formats, velmo::engine::OpusDecoder);
