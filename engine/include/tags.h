@@ -23,7 +23,9 @@ extern "C" {
 #endif
 
 /// The tags that belong to the file's format: ID3v2, then APE, of an MPEG file; comments of Ogg and
-/// FLAC files; the INFO list and the ID3 chunk of WAV and AIFF files. Modules have none.
+/// FLAC files, Opus too; the ID3 chunk and the INFO list of WAV files, the ID3 chunk and the text
+/// chunks of AIFF files; those of MPEG-4 and ASF files; APE, then ID3v2, of all others. Modules
+/// have none.
 const char* TAGS_Read(DWORD handle, const char* format) VELMO_NOEXCEPT;
 
 /// The ID3v1 tag in the last 128 bytes of the file. Its texts are taken as UTF-8 where they are

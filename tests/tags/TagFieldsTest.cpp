@@ -1,5 +1,7 @@
 #include "TagFields.h"
 
+#include "EncodedFiles.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -105,6 +107,64 @@ TEST(FormatTags, EachKindOfFileTellsItsOwnTags)
     EXPECT_EQ(ReadId3v1(Demo("night-ferry.mp3")).title, "The Night Ferry");
 }
 
+TEST(FormatTags, EncodersOfAllKindsAreRead)
+{
+    const struct
+    {
+        DWORD ctype;
+        const char* encoder;
+        const char* suffix;
+        std::string lacks; ///< what the encoder has no place for, or another
+    } cases[] = {
+        {BASS_CTYPE_STREAM_WAV,      "pcm_s16le",          ".wav",  "composer"      },
+        {BASS_CTYPE_STREAM_AIFF,     "pcm_s16be",          ".aiff", "album composer"},
+        {BASS_CTYPE_STREAM_FLAC,     "flac",               ".flac", ""              },
+        {BASS_CTYPE_STREAM_FLAC_OGG, "flac",               ".oga",  ""              },
+        {BASS_CTYPE_STREAM_OGG,      "libvorbis",          ".ogg",  ""              },
+        {BASS_CTYPE_STREAM_OPUS,     "libopus",            ".opus", ""              },
+        {BASS_CTYPE_STREAM_WV,       "wavpack",            ".wv",   ""              },
+        {BASS_CTYPE_STREAM_TTA,      "tta",                ".tta",  ""              },
+        {BASS_CTYPE_STREAM_AAC,      "aac -write_id3v2 1", ".aac",  ""              },
+        {BASS_CTYPE_STREAM_MP4,      "aac",                ".m4a",  ""              },
+        {BASS_CTYPE_STREAM_ALAC,     "alac",               ".m4a",  ""              },
+        {BASS_CTYPE_STREAM_WMA,      "wmav2",              ".wma",  "comment"       },
+        {BASS_CTYPE_STREAM_MP3,      "mp3 -write_id3v1 1", ".mp3",  ""              },
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.suffix);
+        const test::Bytes bytes = test::Encode(
+            std::string("ffmpeg -nostdin -v error -i $in -c:a ") + c.encoder
+                + " -metadata artist='K\xC3\xBCnstler' -metadata author='K\xC3\xBCnstler'"
+                  " -metadata title='Lied' -metadata album='Platte' -metadata track=7"
+                  " -metadata copyright='(c) me' -metadata composer='Someone'"
+                  " -metadata comment='Remark' $out",
+            c.suffix,
+            {.frames = 4000});
+        const TemporaryFile file(std::string(bytes.begin(), bytes.end()));
+        const TagFields fields = ReadFormatTags(file.Path(), c.ctype);
+        EXPECT_EQ(fields.artist, "K\xC3\xBCnstler");
+        EXPECT_EQ(fields.title, "Lied");
+        EXPECT_EQ(fields.copyright, "(c) me");
+        const auto expected = [&](const char* field, const char* text) {
+            return c.lacks.find(field) == std::string::npos ? text : "";
+        };
+        EXPECT_EQ(fields.comment, expected("comment", "Remark"));
+        EXPECT_EQ(fields.album, expected("album", "Platte"));
+        EXPECT_EQ(fields.track, expected("album", "7"));
+        EXPECT_EQ(fields.composer, expected("composer", "Someone"));
+    }
+}
+
+TEST(FormatTags, TextsOfWavFilesMayBeWindows1252)
+{
+    const test::Bytes bytes = test::Encode(
+        "ffmpeg -nostdin -v error -i $in -metadata artist=XYZ $out", ".wav", {.frames = 100});
+    std::string content(bytes.begin(), bytes.end());
+    content.replace(content.find("XYZ"), 3, "\x80\xE9Z");
+    const TemporaryFile file(content);
+    EXPECT_EQ(ReadFormatTags(file.Path(), BASS_CTYPE_STREAM_WAV).artist, "\xE2\x82\xAC\xC3\xA9Z");
+}
+
 TEST(FormatTags, DamagedFilesHaveNone)
 {
     constexpr DWORD Kinds[] = {BASS_CTYPE_STREAM,
@@ -112,7 +172,12 @@ TEST(FormatTags, DamagedFilesHaveNone)
                                BASS_CTYPE_STREAM_MP3,
                                BASS_CTYPE_STREAM_AIFF,
                                BASS_CTYPE_STREAM_WAV,
-                               BASS_CTYPE_STREAM_FLAC};
+                               BASS_CTYPE_STREAM_FLAC,
+                               BASS_CTYPE_STREAM_OPUS,
+                               BASS_CTYPE_STREAM_WV,
+                               BASS_CTYPE_STREAM_MP4,
+                               BASS_CTYPE_STREAM_WMA,
+                               BASS_CTYPE_STREAM_TTA};
     for (const char* head :
          {"OggS", "OggSOpusHead", "OggSFLAC", "fLaC", "RIFF", "FORM", "ID3", ""}) {
         const TemporaryFile file(head + std::string(200, '\xFF'));
