@@ -24,6 +24,7 @@ std::optional<CubebLibrary> CubebLibrary::Load() noexcept
     const bool complete =
         Find(library, "cubeb_init", found.init) && Find(library, "cubeb_destroy", found.destroy)
         && Find(library, "cubeb_get_backend_id", found.getBackendId)
+        && Find(library, "cubeb_get_max_channel_count", found.getMaxChannelCount)
         && Find(library, "cubeb_enumerate_devices", found.enumerateDevices)
         && Find(library, "cubeb_device_collection_destroy", found.deviceCollectionDestroy)
         && Find(library, "cubeb_stream_init", found.streamInit)

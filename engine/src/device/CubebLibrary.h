@@ -16,6 +16,7 @@ struct CubebLibrary
     decltype(&cubeb_init) init = nullptr;
     decltype(&cubeb_destroy) destroy = nullptr;
     decltype(&cubeb_get_backend_id) getBackendId = nullptr;
+    decltype(&cubeb_get_max_channel_count) getMaxChannelCount = nullptr;
     decltype(&cubeb_enumerate_devices) enumerateDevices = nullptr;
     decltype(&cubeb_device_collection_destroy) deviceCollectionDestroy = nullptr;
     decltype(&cubeb_stream_init) streamInit = nullptr;

@@ -5,6 +5,8 @@
 
 #include "CubebStream.h"
 
+#include "OutputThread.h"
+
 #include <algorithm>
 #include <filesystem>
 #include <string>
@@ -18,7 +20,20 @@ namespace velmo::engine {
 namespace {
 
 constexpr char Name[] = "Velmo Player";
-constexpr std::uint32_t LatencyMs = 70;
+/// Half of it left gaps where other programs kept the processors busy and the thread that asks for
+/// frames had no priority over them.
+constexpr std::uint32_t LatencyMs = 150;
+
+/// The order of channels is that of a WAVE file in each.
+cubeb_channel_layout LayoutOf(std::uint32_t channels)
+{
+    switch (channels) {
+    case 2: return CUBEB_LAYOUT_STEREO;
+    case 6: return CUBEB_LAYOUT_3F2_LFE_BACK;
+    case 8: return CUBEB_LAYOUT_3F4_LFE;
+    default: return CUBEB_LAYOUT_UNDEFINED;
+    }
+}
 
 /// Whether the system has a card with an output: a node like /dev/snd/pcmC0D0p.
 bool HasSoundCard()
@@ -54,20 +69,30 @@ CubebStream::~CubebStream()
         m_library.destroy(m_context);
 }
 
+StreamFailure CubebStream::Connect()
+{
+    if (m_library.init(&m_context, Name, nullptr) == CUBEB_OK)
+        return StreamFailure::None;
+    m_context = nullptr;
+    return HasSoundCard() ? StreamFailure::CannotOpen : StreamFailure::NoDevice;
+}
+
+std::uint32_t CubebStream::DeviceChannels() const
+{
+    std::uint32_t channels = 0;
+    return m_library.getMaxChannelCount(m_context, &channels) == CUBEB_OK ? channels : 2;
+}
+
 StreamFailure CubebStream::Open(const DeviceSettings& settings)
 {
     m_channels = settings.channels;
-    if (m_library.init(&m_context, Name, nullptr) != CUBEB_OK) {
-        m_context = nullptr;
-        return HasSoundCard() ? StreamFailure::CannotOpen : StreamFailure::NoDevice;
-    }
     cubeb_stream_params parameters{};
     parameters.format = CUBEB_SAMPLE_FLOAT32NE;
     parameters.rate = settings.sampleRate;
     parameters.channels = settings.channels;
-    parameters.layout = settings.channels == 2 ? CUBEB_LAYOUT_STEREO : CUBEB_LAYOUT_UNDEFINED;
+    parameters.layout = LayoutOf(settings.channels);
     parameters.prefs = CUBEB_STREAM_PREF_NONE;
-    const std::uint32_t latencyFrames = settings.sampleRate * LatencyMs / 1000;
+    const auto latencyFrames = static_cast<std::uint32_t>(WantedLatency(settings.sampleRate));
     const int result = m_library.streamInit(m_context,
                                             &m_stream,
                                             Name,
@@ -100,6 +125,37 @@ StreamFailure CubebStream::WhyNotOpened() const
     return any ? StreamFailure::CannotOpen : StreamFailure::NoDevice;
 }
 
+std::string CubebStream::Driver() const
+{
+    const std::string_view id = m_library.getBackendId(m_context);
+    if (id.starts_with("pulse"))
+        return "PulseAudio";
+    if (id == "alsa")
+        return "ALSA";
+    return id == "jack" ? "JACK" : std::string(id);
+}
+
+std::string CubebStream::DeviceName() const
+{
+    cubeb_device_collection devices{};
+    if (m_library.enumerateDevices(m_context, CUBEB_DEVICE_TYPE_OUTPUT, &devices) != CUBEB_OK)
+        return {};
+    std::string name;
+    for (std::size_t i = 0; i < devices.count && name.empty(); ++i) {
+        const cubeb_device_info& device = devices.device[i];
+        if ((device.preferred & CUBEB_DEVICE_PREF_MULTIMEDIA) != 0
+            && device.friendly_name != nullptr)
+            name = device.friendly_name;
+    }
+    m_library.deviceCollectionDestroy(m_context, &devices);
+    return name;
+}
+
+std::uint64_t CubebStream::WantedLatency(std::uint32_t sampleRate) noexcept
+{
+    return std::uint64_t{sampleRate} * LatencyMs / 1000;
+}
+
 bool CubebStream::Start()
 {
     return m_library.streamStart(m_stream) == CUBEB_OK;
@@ -122,6 +178,8 @@ long CubebStream::OnData(cubeb_stream*, void* user, const void*, void* out, long
 {
     auto& self = *static_cast<CubebStream*>(user);
     const auto count = static_cast<std::size_t>(frames);
+    if (!std::exchange(self.m_prioritised, true))
+        AskForRealTime();
     self.m_gate->Render(static_cast<float*>(out), count, self.m_channels);
     self.m_written.fetch_add(count);
     return frames;

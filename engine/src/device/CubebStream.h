@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
 
 namespace velmo::engine {
 
@@ -46,9 +47,24 @@ public:
     CubebStream(const CubebStream&) = delete;
     CubebStream& operator=(const CubebStream&) = delete;
 
-    /// Connects and makes the stream, stopped. To be called once; after a failure only the
+    /// Connects. To be called once; after a failure only the destructor.
+    [[nodiscard]] StreamFailure Connect();
+
+    /// Channels of the default device; 2 if that can't be told. Connected.
+    [[nodiscard]] std::uint32_t DeviceChannels() const;
+
+    /// Makes the stream, stopped. To be called once, connected; after a failure only the
     /// destructor.
     [[nodiscard]] StreamFailure Open(const DeviceSettings& settings);
+
+    /// What plays the sound: "PulseAudio", "ALSA" and the like. Connected.
+    [[nodiscard]] std::string Driver() const;
+
+    /// The default device's name for the user; empty if it has none. Asks the server. Connected.
+    [[nodiscard]] std::string DeviceName() const;
+
+    /// Frames between the call for them and the ear that the stream asks for at `sampleRate`.
+    [[nodiscard]] static std::uint64_t WantedLatency(std::uint32_t sampleRate) noexcept;
 
     [[nodiscard]] bool Start();
     [[nodiscard]] bool Stop();
@@ -66,6 +82,7 @@ private:
     std::shared_ptr<RenderGate> m_gate;
     StreamWatcher& m_watcher;
     std::uint32_t m_channels = 2;
+    bool m_prioritised = false; ///< the thread that asks for frames has been; its own
     cubeb* m_context = nullptr;
     cubeb_stream* m_stream = nullptr;
     std::atomic<std::uint64_t> m_written{0};

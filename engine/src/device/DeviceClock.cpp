@@ -34,6 +34,7 @@ void DeviceClock::Reset(std::uint32_t rate) noexcept
 {
     m_rate.store(rate);
     m_rendered.store(0);
+    m_latency.store(0);
     Publish({});
     m_highest.store(0);
 }
@@ -67,6 +68,16 @@ void DeviceClock::Stand(std::uint64_t frame) noexcept
 void DeviceClock::FollowRendered() noexcept
 {
     Publish({.frame = std::numeric_limits<std::uint64_t>::max()});
+}
+
+void DeviceClock::SetLatency(std::uint64_t frames) noexcept
+{
+    m_latency.store(frames, std::memory_order_relaxed);
+}
+
+std::uint64_t DeviceClock::Latency() const noexcept
+{
+    return m_latency.load(std::memory_order_relaxed);
 }
 
 std::uint64_t DeviceClock::Heard(SteadyTime now) const noexcept

@@ -37,6 +37,12 @@ public:
     /// From now on a frame counts as heard as soon as it is rendered.
     void FollowRendered() noexcept;
 
+    /// Notes how many frames rendering is ahead of hearing while the output runs. The output's or
+    /// the device's thread.
+    void SetLatency(std::uint64_t frames) noexcept;
+    /// The latest note, kept while the output stands still; 0 before the first.
+    [[nodiscard]] std::uint64_t Latency() const noexcept;
+
     /// Frames heard at `now`: never above `Rendered`, never below what any call gave before.
     [[nodiscard]] std::uint64_t Heard(SteadyTime now) const noexcept;
 
@@ -53,6 +59,7 @@ private:
 
     std::atomic<std::uint32_t> m_rate{44100};
     std::atomic<std::uint64_t> m_rendered{0};
+    std::atomic<std::uint64_t> m_latency{0};
     std::atomic<std::uint32_t> m_sequence{0};
     std::atomic<std::uint64_t> m_frame{0};
     std::atomic<std::int64_t> m_timeNs{0};

@@ -4,6 +4,7 @@
 
 #include "DeviceControl.h"
 
+#include "CpuMeter.h"
 #include "DeviceClock.h"
 #include "FastOutput.h"
 #include "Output.h"
@@ -65,13 +66,41 @@ std::unique_ptr<Output> OpenOutput(const OutputContext& context, DeviceError& er
     return nullptr;
 }
 
+/// Hands on to the renderer, and meters the thread that calls.
+// Final, and never deleted as a Renderer.
+// NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor)
+class MeteredRenderer final : public Renderer
+{
+public:
+    explicit MeteredRenderer(Renderer& renderer) noexcept
+        : m_renderer(renderer)
+    {}
+
+    void Render(float* out, std::size_t frames) noexcept override
+    {
+        m_renderer.Render(out, frames);
+        meter.BlockRendered();
+    }
+    std::size_t FramesReady(std::size_t wanted) noexcept override
+    {
+        return m_renderer.FramesReady(wanted);
+    }
+    void WaitForFrames() noexcept override { m_renderer.WaitForFrames(); }
+    void WakeWaiting() noexcept override { m_renderer.WakeWaiting(); }
+
+    CpuMeter meter;
+
+private:
+    Renderer& m_renderer;
+};
+
 } // namespace
 
 class DeviceControl::Impl
 {
 public:
     explicit Impl(Renderer& renderer)
-        : m_renderer(renderer)
+        : metered(renderer)
     {}
 
     DeviceError Open(const DeviceSettings& settings);
@@ -79,10 +108,12 @@ public:
     void SetRunning(bool running) noexcept;
     bool IsFasterThanRealTime() const noexcept { return m_isFast; }
 
-    DeviceClock clock; ///< outlives the output
+    // These outlive the output.
+    MeteredRenderer metered;
+    DeviceClock clock;
+    DeviceNotice notice;
 
 private:
-    Renderer& m_renderer;
     DeviceSettings m_settings;
     std::mutex m_lifecycle; ///< held while opening and closing
     std::mutex m_mutex;     ///< guards m_output; never held while anything waits
@@ -97,10 +128,15 @@ DeviceError DeviceControl::Impl::Open(const DeviceSettings& settings)
         return DeviceError::None;
     m_settings = settings;
     clock.Reset(settings.sampleRate);
+    DeviceDescription description = Expected();
+    if (settings.allSpeakers)
+        m_settings.channels = description.speakers;
+    description.channels = m_settings.channels;
+    notice.Put(description);
     DeviceError error = DeviceError::None;
     std::unique_ptr<Output> output;
     try {
-        output = OpenOutput({m_renderer, clock, m_settings}, error);
+        output = OpenOutput({metered, clock, m_settings, notice}, error);
     } catch (const std::exception&) {
         error = DeviceError::CannotOpen; // no memory or no thread to have
     }
@@ -164,6 +200,31 @@ std::uint64_t DeviceControl::HeardFrames() const noexcept
 std::uint32_t DeviceControl::SampleRate() const noexcept
 {
     return m_impl->clock.Rate();
+}
+
+std::uint64_t DeviceControl::LatencyFrames() const noexcept
+{
+    return m_impl->clock.Latency();
+}
+
+DeviceDescription DeviceControl::Description() const
+{
+    return m_impl->notice.Get();
+}
+
+DeviceDescription DeviceControl::Expected()
+{
+    return DescribeChoice(ParseOutputChoice(EnvironmentText("VELMO_AUDIO")));
+}
+
+float DeviceControl::CpuPercent() const noexcept
+{
+    return m_impl->metered.meter.Percent();
+}
+
+void DeviceControl::MeterDecoder() noexcept
+{
+    m_impl->metered.meter.SetDecoder();
 }
 
 bool DeviceControl::IsFasterThanRealTime() const noexcept

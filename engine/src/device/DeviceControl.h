@@ -1,5 +1,7 @@
 #pragma once
 
+#include "DeviceDescription.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -34,7 +36,8 @@ protected:
 struct DeviceSettings
 {
     std::uint32_t sampleRate = 44100; ///< Hz
-    std::uint32_t channels = 2;
+    std::uint32_t channels = 2;       ///< of a frame, unless all speakers are wanted
+    bool allSpeakers = false;         ///< as many channels as the device has: 2, 6 or 8
 };
 
 enum class DeviceError
@@ -78,6 +81,24 @@ public:
 
     /// Rate in Hz at which the renderer is asked for frames, as long as the output is open.
     [[nodiscard]] std::uint32_t SampleRate() const noexcept;
+
+    /// Frames between the renderer and the ear: measured while the output last ran, and before that
+    /// what it asks for. Any thread, no waiting.
+    [[nodiscard]] std::uint64_t LatencyFrames() const noexcept;
+
+    /// What the open output is, or was last. Its channel count holds from `Open` on; names are
+    /// those of the kind of output until the device is known. Any thread, no waiting.
+    [[nodiscard]] DeviceDescription Description() const;
+
+    /// What `Open` would open, told without asking the device. Any thread.
+    [[nodiscard]] static DeviceDescription Expected();
+
+    /// Processor time of the threads that decode and render, in per cent of one core, over about
+    /// the last second. Any thread, no waiting.
+    [[nodiscard]] float CpuPercent() const noexcept;
+
+    /// Says that the calling thread is the one that decodes.
+    void MeterDecoder() noexcept;
 
     /// Whether the output renders as fast as it can, by no clock. API thread, while it is open.
     [[nodiscard]] bool IsFasterThanRealTime() const noexcept;

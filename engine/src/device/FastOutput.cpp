@@ -1,4 +1,4 @@
-// The thread sleeps in one of two places: on its own condition while it's stopped, and in the
+// The thread sleeps in one of two places: on its own switch while it's stopped, and in the
 // renderer's WaitForFrames while it runs and nothing is ready. A stop that finds it in the second
 // wakes it; one that comes just before the wait is harmless, since nothing is rendered there.
 
@@ -32,11 +32,7 @@ FastOutput::FastOutput(const OutputContext& context, std::unique_ptr<BlockSink> 
 
 FastOutput::~FastOutput()
 {
-    {
-        const std::lock_guard lock(m_mutex);
-        m_quit = true;
-    }
-    m_changed.notify_one();
+    m_switch.Quit();
     m_gate.Close();
     m_sink->Abandon();
     m_thread.join();
@@ -44,37 +40,20 @@ FastOutput::~FastOutput()
 
 void FastOutput::SetRunning(bool running) noexcept
 {
-    {
-        const std::lock_guard lock(m_mutex);
-        m_running = running;
-    }
-    m_changed.notify_one();
+    m_switch.SetRunning(running);
     if (!running)
         m_renderer.WakeWaiting();
 }
 
 void FastOutput::Loop()
 {
-    while (AwaitStart()) {
+    while (m_switch.AwaitStart([this] { m_sink->Flush(); })) {
         const std::size_t frames = std::min(m_gate.FramesReady(BlockFrames), BlockFrames);
         if (frames == 0)
             m_gate.WaitForFrames();
         else if (m_gate.Render(m_block.data(), frames, m_channels))
             m_sink->Write(m_block.data(), frames);
     }
-}
-
-/// Sleeps while stopped. False when the output is closed.
-bool FastOutput::AwaitStart()
-{
-    std::unique_lock lock(m_mutex);
-    if (m_quit || !m_running) {
-        lock.unlock();
-        m_sink->Flush();
-        lock.lock();
-    }
-    m_changed.wait(lock, [this] { return m_quit || m_running; });
-    return !m_quit;
 }
 
 } // namespace velmo::engine

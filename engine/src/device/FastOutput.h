@@ -3,10 +3,9 @@
 #include "BlockSink.h"
 #include "Output.h"
 #include "RenderGate.h"
+#include "RunSwitch.h"
 
-#include <condition_variable>
 #include <memory>
-#include <mutex>
 #include <thread>
 #include <vector>
 
@@ -28,19 +27,13 @@ public:
 
 private:
     void Loop();
-    bool AwaitStart();
 
     Renderer& m_renderer;
     std::size_t m_channels;
     std::unique_ptr<BlockSink> m_sink;
     RenderGate m_gate;
     std::vector<float> m_block;
-
-    std::mutex m_mutex;
-    std::condition_variable m_changed;
-    bool m_running = false; ///< guarded by m_mutex
-    bool m_quit = false;    ///< guarded by m_mutex
-
+    RunSwitch m_switch;
     std::thread m_thread;
 };
 

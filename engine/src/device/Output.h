@@ -21,12 +21,13 @@ public:
     virtual void SetRunning(bool running) noexcept = 0;
 };
 
-/// What every output is made of. All three outlive it.
+/// What every output is made of. All of it outlives it.
 struct OutputContext
 {
     Renderer& renderer;
     DeviceClock& clock;
     const DeviceSettings& settings;
+    DeviceNotice& notice; ///< holds what the kind of output is; told when more is known
 };
 
 } // namespace velmo::engine

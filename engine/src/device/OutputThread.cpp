@@ -9,6 +9,7 @@
 #include <utility>
 
 #include <pthread.h>
+#include <sys/resource.h>
 
 namespace velmo::engine {
 
@@ -43,9 +44,18 @@ std::thread StartEngineThread(const char* name, std::function<void()> body)
 
 void AskForRealTime() noexcept
 {
+    if (sched_getscheduler(0) != SCHED_OTHER)
+        return;
     sched_param parameters{};
     parameters.sched_priority = sched_get_priority_min(SCHED_RR);
-    pthread_setschedparam(pthread_self(), SCHED_RR, &parameters);
+    sched_setscheduler(0, SCHED_RR | SCHED_RESET_ON_FORK, &parameters);
+}
+
+void AskForPriority() noexcept
+{
+    constexpr int Nice = -10;
+    // The system keeps it for each thread, and takes the calling one for 0.
+    setpriority(PRIO_PROCESS, 0, Nice);
 }
 
 } // namespace velmo::engine

@@ -44,11 +44,7 @@ PacedOutput::PacedOutput(const OutputContext& context, std::unique_ptr<BlockSink
 
 PacedOutput::~PacedOutput()
 {
-    {
-        const std::lock_guard lock(m_mutex);
-        m_quit = true;
-    }
-    m_changed.notify_one();
+    m_switch.Quit();
     m_gate.Close();
     if (m_sink)
         m_sink->Abandon();
@@ -57,33 +53,16 @@ PacedOutput::~PacedOutput()
 
 void PacedOutput::SetRunning(bool running) noexcept
 {
-    {
-        const std::lock_guard lock(m_mutex);
-        m_running = running;
-    }
-    m_changed.notify_one();
+    m_switch.SetRunning(running);
 }
 
 void PacedOutput::Loop()
 {
     AskForRealTime();
-    while (AwaitStart()) {
+    while (m_switch.AwaitStart([this] { Stand(); })) {
         RenderBlock();
-        AwaitNextBlock();
+        m_switch.SleepUntil(NextBlock());
     }
-}
-
-/// Sleeps while stopped. False when the output is closed.
-bool PacedOutput::AwaitStart()
-{
-    std::unique_lock lock(m_mutex);
-    if (m_quit || !m_running) {
-        lock.unlock();
-        Stand();
-        lock.lock();
-    }
-    m_changed.wait(lock, [this] { return m_quit || m_running; });
-    return !m_quit;
 }
 
 void PacedOutput::Stand() noexcept
@@ -98,29 +77,30 @@ void PacedOutput::Stand() noexcept
 void PacedOutput::RenderBlock() noexcept
 {
     const SteadyTime now = steady_clock::now();
-    const std::uint64_t rendered = m_clock.Rendered();
+    const std::uint64_t frame = m_clock.Rendered();
     const bool late =
-        m_started
-        && now - m_startTime - TimeOf(rendered - m_startFrame, m_clock.Rate()) > MaxCatchUp;
+        m_started && now - m_startTime - TimeOf(frame - m_startFrame, m_clock.Rate()) > MaxCatchUp;
     if (!m_started || late) {
-        m_startFrame = late ? rendered : m_clock.Heard(now);
+        m_startFrame = late ? frame : m_clock.Heard(now);
         m_startTime = now;
         m_started = true;
         m_clock.Run(m_startFrame, m_startTime);
     }
-    const bool fresh = rendered - m_startFrame < FramesIn(ShortBlocksFor, m_clock.Rate());
+    const bool fresh = frame - m_startFrame < FramesIn(ShortBlocksFor, m_clock.Rate());
     const std::size_t frames = fresh ? FramesOf(ShortBlock, m_clock.Rate()) : m_longBlock;
-    if (m_gate.Render(m_block.data(), frames, m_channels) && m_sink) {
+    if (!m_gate.Render(m_block.data(), frames, m_channels))
+        return;
+    m_clock.SetLatency(m_clock.Rendered() - m_clock.Heard(now));
+    if (m_sink) {
         m_sink->Write(m_block.data(), frames);
         m_sink->Flush(); // in real time, for those who read along
     }
 }
 
-void PacedOutput::AwaitNextBlock()
+/// When all that has been rendered has been heard.
+SteadyTime PacedOutput::NextBlock() const noexcept
 {
-    const SteadyTime due = m_startTime + TimeOf(m_clock.Rendered() - m_startFrame, m_clock.Rate());
-    std::unique_lock lock(m_mutex);
-    m_changed.wait_until(lock, due, [this] { return m_quit || !m_running; });
+    return m_startTime + TimeOf(m_clock.Rendered() - m_startFrame, m_clock.Rate());
 }
 
 } // namespace velmo::engine

@@ -4,10 +4,9 @@
 #include "DeviceClock.h"
 #include "Output.h"
 #include "RenderGate.h"
+#include "RunSwitch.h"
 
-#include <condition_variable>
 #include <memory>
-#include <mutex>
 #include <thread>
 #include <vector>
 
@@ -30,9 +29,8 @@ public:
 
 private:
     void Loop();
-    bool AwaitStart();
     void RenderBlock() noexcept;
-    void AwaitNextBlock();
+    [[nodiscard]] SteadyTime NextBlock() const noexcept;
     void Stand() noexcept;
 
     DeviceClock& m_clock;
@@ -47,11 +45,7 @@ private:
     SteadyTime m_startTime;
     bool m_started = false;
 
-    std::mutex m_mutex;
-    std::condition_variable m_changed;
-    bool m_running = false; ///< guarded by m_mutex
-    bool m_quit = false;    ///< guarded by m_mutex
-
+    RunSwitch m_switch;
     std::thread m_thread;
 };
 

@@ -9,6 +9,7 @@
 
 #include "SystemControl.h"
 
+#include "OutputChoice.h"
 #include "Report.h"
 
 #include <exception>
@@ -40,13 +41,17 @@ constexpr milliseconds SettlingTime{500};
 constexpr milliseconds SampleSettling{20};
 constexpr milliseconds SampleSettled{250};
 
+/// A stream that stands still for so long isn't about to be started: a moment to ask for its name.
+constexpr milliseconds QuietTime{200};
+
 } // namespace
 
 SystemControl::SystemControl(const OutputContext& context, std::optional<CubebLibrary> library)
     : m_renderer(context.renderer)
     , m_clock(context.clock)
-    , m_settings(context.settings)
+    , m_notice(context.notice)
     , m_library(library)
+    , m_settings(context.settings)
 {}
 
 SystemControl::~SystemControl() = default;
@@ -121,7 +126,12 @@ bool SystemControl::AwaitFinished(milliseconds limit)
 
 void SystemControl::OpenFirst()
 {
-    const StreamFailure failure = OpenStream();
+    StreamFailure failure = OpenStream();
+    if (failure == StreamFailure::CannotOpen && m_settings.channels > 2) {
+        // What has many channels need not take frames of so many.
+        NoteChannels(2);
+        failure = OpenStream();
+    }
     m_nextAttempt = steady_clock::now() + AttemptSlow;
     if (failure == StreamFailure::None && TakeStream()) {
         m_phase = Phase::Streaming;
@@ -166,12 +176,10 @@ void SystemControl::StepStreaming()
     {
         std::unique_lock lock(m_mutex);
         const auto somethingToDo = [this] { return m_closing || m_lost || m_running != m_started; };
-        if (m_started) {
-            const bool settling = steady_clock::now() - m_startTime < SettlingTime;
-            m_changed.wait_for(lock, settling ? SampleSettling : SampleSettled, somethingToDo);
-        } else {
+        if (const auto rest = StreamRest())
+            m_changed.wait_for(lock, *rest, somethingToDo);
+        else
             m_changed.wait(lock, somethingToDo);
-        }
         if (m_closing)
             return;
         lost = m_lost;
@@ -182,7 +190,28 @@ void SystemControl::StepStreaming()
     else if (running != m_started)
         FollowWish(running);
     else
+        LookAtStream();
+}
+
+/// How long the stream needs no look; empty: until something happens.
+std::optional<milliseconds> SystemControl::StreamRest() const
+{
+    if (!m_started)
+        return m_named ? std::nullopt : std::optional(QuietTime);
+    return IsSettling() ? SampleSettling : SampleSettled;
+}
+
+bool SystemControl::IsSettling() const
+{
+    return steady_clock::now() - m_startTime < SettlingTime;
+}
+
+void SystemControl::LookAtStream()
+{
+    if (m_started)
         SamplePosition();
+    if (!m_named && !IsSettling())
+        LookUpName();
 }
 
 /// Makes a stream with a gate that is still shut.
@@ -201,10 +230,46 @@ StreamFailure SystemControl::OpenStream()
         m_gate = gate;
     }
     m_stream = std::make_unique<CubebStream>(*m_library, std::move(gate), *this);
-    const StreamFailure failure = m_stream->Open(m_settings);
+    StreamFailure failure = m_stream->Connect();
+    if (failure == StreamFailure::None) {
+        NoteDevice();
+        failure = m_stream->Open(m_settings);
+    }
     if (failure != StreamFailure::None)
         m_stream.reset();
     return failure;
+}
+
+/// What is known of a device before it's opened. The first one that's connected to decides how many
+/// channels a frame has.
+void SystemControl::NoteDevice()
+{
+    m_description = DescribeChoice({});
+    m_description.driver = m_stream->Driver();
+    m_description.speakers = UsableSpeakers(m_stream->DeviceChannels());
+    if (m_settings.allSpeakers)
+        NoteChannels(m_description.speakers);
+}
+
+/// Sets the size of a frame, unless somebody renders already.
+void SystemControl::NoteChannels(std::uint32_t channels)
+{
+    const std::lock_guard lock(m_mutex);
+    if (!m_opened)
+        m_settings.channels = channels;
+}
+
+/// Asks the server, so in a quiet moment only.
+void SystemControl::LookUpName()
+{
+    m_named = true;
+    const std::string name = m_stream->DeviceName();
+    if (name.empty())
+        return;
+    m_description.name = name;
+    const std::lock_guard lock(m_mutex);
+    if (!m_closing)
+        m_notice.Put(m_description);
 }
 
 /// Goes over to the new stream, from the silent output if that plays. The stream starts with the
@@ -220,7 +285,11 @@ bool SystemControl::TakeStream()
     if (m_closing)
         return false;
     m_base = m_clock.Rendered();
+    m_clock.SetLatency(CubebStream::WantedLatency(m_settings.sampleRate));
+    m_description.channels = m_settings.channels;
+    m_notice.Put(m_description);
     m_started = false;
+    m_named = false;
     m_gate->Open();
     return true;
 }
@@ -248,6 +317,7 @@ void SystemControl::SamplePosition()
     } else if (m_started && *heard > 0) {
         m_attempts = 0; // a stream that only opens, and fails then, is still one in vain
         m_clock.Run(m_base + *heard, now);
+        m_clock.SetLatency(m_clock.Rendered() - (m_base + *heard));
     } else {
         m_clock.Stand(m_base + *heard);
     }
@@ -288,8 +358,12 @@ bool SystemControl::AwaitAttempt()
 /// Puts the null output in the device's place, and says so once. Under the lock.
 void SystemControl::PlaySilently(const char* reason)
 {
-    m_silent =
-        std::make_unique<PacedOutput>(OutputContext{m_renderer, m_clock, m_settings}, nullptr);
+    m_silent = std::make_unique<PacedOutput>(
+        OutputContext{m_renderer, m_clock, m_settings, m_notice}, nullptr);
+    DeviceDescription silence = DescribeSilence();
+    silence.channels = m_settings.channels;
+    silence.speakers = m_settings.channels;
+    m_notice.Put(silence);
     m_silent->SetRunning(m_running);
     if (!std::exchange(m_toldSilence, true))
         Report(reason);

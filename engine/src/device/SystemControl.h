@@ -61,7 +61,13 @@ private:
     void StepLost();
 
     [[nodiscard]] StreamFailure OpenStream();
+    void NoteDevice();
+    void NoteChannels(std::uint32_t channels);
+    void LookUpName();
     [[nodiscard]] bool TakeStream();
+    [[nodiscard]] std::optional<std::chrono::milliseconds> StreamRest() const;
+    [[nodiscard]] bool IsSettling() const;
+    void LookAtStream();
     void FollowWish(bool running);
     void SamplePosition();
     void LoseStream();
@@ -72,14 +78,16 @@ private:
 
     Renderer& m_renderer;
     DeviceClock& m_clock;
-    const DeviceSettings m_settings;
+    DeviceNotice& m_notice;
 
     // The device thread's own.
     std::optional<CubebLibrary> m_library;
     std::unique_ptr<CubebStream> m_stream;
+    DeviceDescription m_description; ///< of m_stream
     Phase m_phase = Phase::Silent;
     std::uint64_t m_base = 0; ///< frames rendered when the stream was taken
     bool m_started = false;
+    bool m_named = false; ///< the stream's device has been asked for its name
     SteadyTime m_startTime;
     SteadyTime m_nextAttempt;
     int m_attempts = 0; ///< since a stream has played
@@ -95,6 +103,7 @@ private:
     bool m_finished = false; ///< the device thread has ended
     bool m_toldSilence = false;
     DeviceError m_error = DeviceError::None;
+    DeviceSettings m_settings; ///< written by the device thread only, which reads without the lock
     std::unique_ptr<PacedOutput> m_silent;
     std::shared_ptr<RenderGate> m_gate; ///< of m_stream
 };

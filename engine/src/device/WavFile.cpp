@@ -144,7 +144,7 @@ bool WavFile::AwaitRoom() noexcept
 void WavFile::CorrectSizes() noexcept
 {
     const WavSizes sizes = SizesOfWav(m_format, m_channels, m_dataBytes);
-    const WavSizeOffsets offsets = OffsetsOfWavSizes(m_format);
+    const WavSizeOffsets offsets = OffsetsOfWavSizes(m_format, m_channels);
     const auto correct = [this](std::size_t offset, std::uint32_t value) {
         std::array<std::uint8_t, 4> bytes{};
         for (unsigned i = 0; i < bytes.size(); ++i)

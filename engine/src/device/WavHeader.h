@@ -29,13 +29,15 @@ inline constexpr std::uint32_t WavSizeUnknown = 0xFFFFFFFF;
 
 /// Header in front of the sound: 44 bytes for PCM, 58 for float, which has an extended "fmt " and a
 /// "fact" chunk. After "Multimedia Programming Interface and Data Specifications 1.0" and its
-/// revision "New Multimedia Data Types and Data Techniques".
+/// revision "New Multimedia Data Types and Data Techniques". With more than two channels it's 68
+/// and 80 bytes, and says which speaker each is for. After "Multiple Channel Audio Data and WAVE
+/// Files".
 [[nodiscard]] std::vector<std::uint8_t> WavHeader(WavFormat format,
                                                   std::uint32_t sampleRate,
                                                   std::uint32_t channels,
                                                   const WavSizes& sizes);
 
-[[nodiscard]] WavSizeOffsets OffsetsOfWavSizes(WavFormat format);
+[[nodiscard]] WavSizeOffsets OffsetsOfWavSizes(WavFormat format, std::uint32_t channels);
 
 [[nodiscard]] WavSizes SizesOfWav(WavFormat format,
                                   std::uint32_t channels,
