@@ -32,7 +32,6 @@ bool IsKind(SourceKind kind, DWORD handle)
 } // namespace
 
 Engine::Engine()
-    : m_decoders(ListDecoders())
 {
     m_options[BASS_CONFIG_BUFFER] = DefaultBufferMs;
 }
@@ -50,7 +49,7 @@ int Engine::Init(int device, DWORD freq, DWORD flags)
     if (device != -1 && device != 1)
         return BASS_ERROR_DEVICE;
     std::unique_ptr<Session> session = Session::Open(
-        {.sampleRate = UsableRate(freq), .channels = 2},
+        {.sampleRate = UsableRate(freq), .allSpeakers = (flags & BASS_DEVICE_SPEAKERS) != 0},
         {.mono = (flags & BASS_DEVICE_MONO) != 0, .eightBits = (flags & BASS_DEVICE_8BITS) != 0},
         [this] { FreeExpired(); });
     if (session == nullptr)
@@ -58,6 +57,7 @@ int Engine::Init(int device, DWORD freq, DWORD flags)
     const float volume = LoadDeviceVolume();
     const std::lock_guard lock(m_mutex);
     m_session = std::move(session);
+    m_initFlags = flags;
     ++m_sessions;
     m_volume = volume;
     m_audibleVolume = volume;
@@ -81,6 +81,7 @@ int Engine::Free()
     if (session == nullptr)
         return BASS_ERROR_INIT;
     session.reset();
+    m_plugins.Take(0);
     StoreVolume();
     return BASS_OK;
 }
@@ -126,6 +127,51 @@ int Engine::SetConfig(DWORD option, DWORD value)
     return BASS_OK;
 }
 
+int Engine::SetConfigText(DWORD option, std::string text)
+{
+    if (option != BASS_CONFIG_NET_PROXY)
+        return BASS_ERROR_ILLPARAM;
+    const std::lock_guard lock(m_mutex);
+    m_proxy = std::move(text);
+    return BASS_OK;
+}
+
+Result<BASS_INFO> Engine::Info()
+{
+    constexpr DWORD AnyRate = 0x10;
+    constexpr DWORD MonoStereo8And16Bits = 0xF00;
+    const std::lock_guard lock(m_mutex);
+    if (m_session == nullptr)
+        return Result<BASS_INFO>::Failure(BASS_ERROR_INIT);
+    BASS_INFO info = {};
+    info.flags = AnyRate | MonoStereo8And16Bits;
+    info.minrate = MinRate;
+    info.maxrate = MaxRate;
+    info.eax = 1;
+    info.minbuf = m_session->LeastBufferMs();
+    info.latency = m_session->LatencyMs();
+    info.initflags = m_initFlags;
+    info.speakers = m_session->Device().Description().speakers;
+    info.freq = m_session->SampleRate();
+    return {.value = info};
+}
+
+DeviceDescription Engine::Device(DWORD device, bool& open)
+{
+    const std::lock_guard lock(m_mutex);
+    open = device != 0 && m_session != nullptr;
+    if (device == 0)
+        return DescribeSilence();
+    return open ? m_session->Device().Description() : DeviceControl::Expected();
+}
+
+Result<float> Engine::CpuPercent()
+{
+    const std::lock_guard lock(m_mutex);
+    return m_session == nullptr ? Result<float>::Failure(BASS_ERROR_INIT)
+                                : Result<float>{.value = m_session->Device().CpuPercent()};
+}
+
 Result<float> Engine::Volume()
 {
     const std::lock_guard lock(m_mutex);
@@ -156,12 +202,13 @@ Result<DWORD> Engine::Open(SourceKind kind, std::string path, DWORD flags)
         if (m_session == nullptr)
             return Result<DWORD>::Failure(BASS_ERROR_INIT);
         options.deviceRate = m_session->SampleRate();
+        options.speakers = m_session->Speakers();
         options.bufferMs =
             std::max<DWORD>(m_options[BASS_CONFIG_BUFFER], m_session->LeastBufferMs());
         openedIn = m_sessions;
     }
     Result<std::unique_ptr<Source>> source =
-        Source::Open(path.c_str(), kind, options.deviceRate, m_decoders);
+        Source::Open(path.c_str(), kind, options.deviceRate, *m_plugins.List());
     if (!source)
         return Result<DWORD>::Failure(source.error);
     auto channel = std::make_shared<Channel>(std::move(path), std::move(source.value), options);
@@ -170,7 +217,10 @@ Result<DWORD> Engine::Open(SourceKind kind, std::string path, DWORD flags)
     // The device may have been closed meanwhile, or be another one with another rate.
     if (m_session == nullptr || m_sessions != openedIn)
         return Result<DWORD>::Failure(BASS_ERROR_INIT);
-    const DWORD handle = NextHandle(kind);
+    // So may the plugin be gone: whoever frees it stops the channels in the table after that.
+    if (channel->Plugin() != nullptr && !m_plugins.IsLoaded(channel->Plugin()))
+        return Result<DWORD>::Failure(BASS_ERROR_FILEFORM);
+    const DWORD handle = NextHandle(static_cast<DWORD>(kind));
     if (handle == 0)
         return Result<DWORD>::Failure(BASS_ERROR_UNKNOWN);
     m_channels.emplace(handle, std::move(channel));
@@ -198,6 +248,44 @@ int Engine::StopChannel(DWORD handle)
             freed = std::move(m_channels.extract(handle).mapped());
         return BASS_OK;
     });
+}
+
+Result<DWORD> Engine::LoadPlugin(const std::string& path)
+{
+    return m_plugins.Load(path);
+}
+
+int Engine::FreePlugin(DWORD handle)
+{
+    const PluginRegistry::Libraries libraries = m_plugins.Take(handle);
+    if (libraries.empty() && handle != 0)
+        return BASS_ERROR_HANDLE;
+    StopChannelsOf(libraries);
+    return BASS_OK;
+}
+
+/// A channel that frees itself is freed; the others keep their library until they are.
+void Engine::StopChannelsOf(const PluginRegistry::Libraries& libraries)
+{
+    std::vector<std::shared_ptr<Channel>> freed; // goes after the lock
+    const std::lock_guard lock(m_mutex);
+    for (auto each = m_channels.begin(); each != m_channels.end();) {
+        Channel& channel = *each->second;
+        const bool isTheirs = std::ranges::any_of(
+            libraries, [&](const auto& library) { return library == channel.Plugin(); });
+        if (!isTheirs) {
+            ++each;
+            continue;
+        }
+        channel.Stop(m_session->Decoder());
+        if (channel.FreesItself()) {
+            m_paths.push_back(channel.Path());
+            freed.push_back(std::move(each->second));
+            each = m_channels.erase(each);
+        } else {
+            ++each;
+        }
+    }
 }
 
 int Engine::CheckInitialised()
@@ -258,12 +346,12 @@ void Engine::UpdateGain()
     m_session->GetMixer().SetGain(logarithmic ? m_volume * m_volume : m_volume);
 }
 
-/// 0 when the numbers of this process are used up.
-DWORD Engine::NextHandle(SourceKind kind)
+/// `kind` is 1 to 15. 0 when the numbers of this process are used up.
+DWORD Engine::NextHandle(DWORD kind)
 {
     if (m_handles == MaxCount)
         return 0;
-    return (static_cast<DWORD>(kind) << KindShift) | ++m_handles;
+    return (kind << KindShift) | ++m_handles;
 }
 
 } // namespace velmo::engine

@@ -3,64 +3,25 @@
 
 #include "bass.h"
 
-#include "Engine.h"
+#include "Guarded.h"
 #include "PathArgument.h"
 
-#include <atomic>
 #include <limits>
-#include <memory>
 #include <optional>
 #include <utility>
 
 namespace {
 
 using velmo::engine::Channel;
-using velmo::engine::Engine;
+using velmo::engine::Guarded;
 using velmo::engine::Result;
 using velmo::engine::Session;
 using velmo::engine::SourceKind;
+using velmo::engine::Succeeds;
+using velmo::engine::TheEngine;
 
 constexpr DWORD Version = 0x02040000;
 constexpr QWORD NoPosition = std::numeric_limits<QWORD>::max();
-
-// A thread's code; the functions have no other place to keep it.
-// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
-thread_local int lastError = BASS_OK;
-
-/// The engine behind the functions. A C interface without a context argument needs one for the
-/// process. It's made by the first call that needs it, so that opening the library costs nothing,
-/// and never destroyed: the process may end while a channel plays, and then threads still use it.
-// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): see above
-constinit std::atomic<Engine*> theEngine = nullptr;
-
-Engine& TheEngine()
-{
-    Engine* engine = theEngine.load(std::memory_order_acquire);
-    if (engine != nullptr)
-        return *engine;
-    auto made = std::make_unique<Engine>();
-    if (theEngine.compare_exchange_strong(engine, made.get(), std::memory_order_acq_rel))
-        engine = made.release();
-    return *engine;
-}
-
-/// What `operation` gives, a code. What it throws is want of memory.
-template<class Operation>
-int Guarded(Operation operation) noexcept
-{
-    try {
-        lastError = operation();
-    } catch (...) {
-        lastError = BASS_ERROR_UNKNOWN;
-    }
-    return lastError;
-}
-
-template<class Operation>
-BOOL Succeeds(Operation operation) noexcept
-{
-    return Guarded(std::move(operation)) == BASS_OK ? 1 : 0;
-}
 
 /// What `action` makes of a channel, or `failed`.
 template<class Value, class Action>
@@ -93,13 +54,6 @@ DWORD Open(SourceKind kind, bool refused, const void* file, DWORD flags) noexcep
     return handle;
 }
 
-/// Runs before the decoding libraries are taken down at the end of the process.
-__attribute__((destructor)) void EndOfProcess()
-{
-    if (Engine* const engine = theEngine.load(std::memory_order_acquire))
-        engine->Quiesce();
-}
-
 } // namespace
 
 DWORD BASS_GetVersion() noexcept
@@ -109,7 +63,7 @@ DWORD BASS_GetVersion() noexcept
 
 int BASS_ErrorGetCode() noexcept
 {
-    return lastError;
+    return velmo::engine::LastError();
 }
 
 BOOL BASS_Init(int device, DWORD freq, DWORD flags, void* /*win*/, void* /*reserved*/) noexcept
@@ -209,12 +163,12 @@ BOOL BASS_ChannelStop(DWORD handle) noexcept
 
 DWORD BASS_ChannelIsActive(DWORD handle) noexcept
 {
-    const int kept = lastError;
+    const int kept = velmo::engine::LastError();
     const DWORD activity =
         OfChannel(handle, DWORD{BASS_ACTIVE_STOPPED}, [](const Channel& channel, const Session&) {
             return channel.Activity();
         });
-    lastError = kept;
+    velmo::engine::SetLastError(kept);
     return activity;
 }
 

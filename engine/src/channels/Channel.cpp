@@ -1,6 +1,10 @@
 #include "Channel.h"
 
+#include "HeardSound.h"
+#include "SpeakerFlags.h"
+
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace velmo::engine {
@@ -15,6 +19,17 @@ Reduction ReductionOf(DWORD flags)
     return mono ? Reduction::ToMono : Reduction::None;
 }
 
+// The longest block of any output lies between the mixer and the ear, and what is looked at around
+// the ear shall be there whole.
+constexpr std::uint32_t HistoryMs = 700;
+constexpr std::size_t LookFrames = Spectrum::Frames;
+constexpr std::uint32_t FadeMs = 5;
+
+std::size_t FramesOf(std::uint32_t ms, std::uint32_t rate)
+{
+    return static_cast<std::size_t>(std::uint64_t{ms} * rate / 1000);
+}
+
 } // namespace
 
 Channel::Channel(std::string path, std::unique_ptr<Source> source, const ChannelOptions& options)
@@ -25,6 +40,8 @@ Channel::Channel(std::string path, std::unique_ptr<Source> source, const Channel
     , m_feed(std::make_shared<Feed>(std::move(source), options.deviceRate, ReductionOf(m_flags)))
     , m_format(m_feed->Format())
     , m_chans(ReductionOf(m_flags) == Reduction::ToMono ? 1 : m_format.channels)
+    , m_strip(std::make_shared<Strip>(
+          options.deviceRate, (m_flags & BASS_SAMPLE_3D) != 0, RouteOf(m_flags, options.speakers)))
 {}
 
 Channel::~Channel()
@@ -65,6 +82,7 @@ bool Channel::Pause(DecodeThread& decoder)
 void Channel::Stop(DecodeThread& decoder)
 {
     DropVoice(decoder);
+    m_former.reset();
     m_state = State::Stopped;
     m_ended = false;
     m_place = 0;
@@ -75,6 +93,8 @@ bool Channel::Seek(DecodeThread& decoder, std::uint64_t bytes)
     if (bytes > LengthBytes())
         return false;
     const State before = std::exchange(m_state, State::Stopped);
+    if (m_voice != nullptr && m_voice->heard.OutEnd() > 0)
+        m_former = m_voice;
     DropVoice(decoder);
     m_ended = false;
     m_place = bytes / FrameBytes();
@@ -88,6 +108,9 @@ bool Channel::Seek(DecodeThread& decoder, std::uint64_t bytes)
 
 void Channel::Settle(std::uint64_t heardOut) noexcept
 {
+    m_strip->effects.Tidy();
+    if (m_voice != nullptr && m_voice->heard.OutEnd() > 0)
+        m_former.reset();
     if (m_state != State::Playing || !m_voice->FinishedAsHeard(heardOut))
         return;
     m_place = FrameHeard(heardOut);
@@ -123,6 +146,35 @@ double Channel::Seconds(std::uint64_t bytes) const noexcept
            / (static_cast<double>(FrameBytes()) * static_cast<double>(m_format.sampleRate));
 }
 
+/// The voice whose sound is heard; null if there is none.
+const Voice* Channel::Audible() const noexcept
+{
+    const bool begun = m_voice != nullptr && m_voice->heard.OutEnd() > 0;
+    return begun || m_former == nullptr ? m_voice.get() : m_former.get();
+}
+
+std::size_t Channel::HeardSamples(std::uint64_t heardOut, std::span<float> out) const noexcept
+{
+    std::size_t frames = out.size() / m_chans;
+    if (const Voice* const voice = Audible())
+        frames = HeardSound(*voice, heardOut).CopyFromHere(out, m_chans);
+    else
+        std::fill_n(out.begin(), frames * m_chans, 0.0f);
+    return frames * m_chans * sizeof(float);
+}
+
+void Channel::HeardSpectrum(std::uint64_t heardOut,
+                            const Spectrum& spectrum,
+                            float* magnitudes) const noexcept
+{
+    std::array<float, 2 * LookFrames> stereo; // NOLINT(*-member-init): filled below
+    if (const Voice* const voice = Audible())
+        HeardSound(*voice, heardOut).CopyAround(stereo, 2);
+    else
+        stereo.fill(0);
+    spectrum.Compute(stereo.data(), LookFrames, magnitudes);
+}
+
 BASS_CHANNELINFO Channel::Info() const noexcept
 {
     return {.freq = m_format.sampleRate,
@@ -134,9 +186,12 @@ BASS_CHANNELINFO Channel::Info() const noexcept
 
 void Channel::StartVoice(DecodeThread& decoder)
 {
-    const std::uint64_t frames = std::uint64_t{m_bufferMs} * m_deviceRate / 1000;
-    auto voice =
-        std::make_shared<Voice>(static_cast<std::size_t>(std::max<std::uint64_t>(frames, 1)));
+    const VoiceSettings settings{.capacityFrames =
+                                     std::max<std::size_t>(FramesOf(m_bufferMs, m_deviceRate), 1),
+                                 .historyFrames = FramesOf(HistoryMs, m_deviceRate) + LookFrames,
+                                 .fadeFrames = FramesOf(FadeMs, m_deviceRate),
+                                 .start = m_place == 0 ? Fade::Start::Full : Fade::Start::Silent};
+    auto voice = std::make_shared<Voice>(settings, m_strip);
     decoder.Add(voice, m_feed, m_place);
     m_voice = std::move(voice);
 }

@@ -1,6 +1,7 @@
 #include "DecodeThread.h"
 
 #include "device/OutputThread.h"
+#include "mixer/MixLoops.h"
 
 #include <algorithm>
 #include <iterator>
@@ -15,8 +16,8 @@ using std::chrono::milliseconds;
 /// The longest block of any output: with less the first block would have a gap.
 constexpr std::size_t FirstChunkMs = 200;
 constexpr std::size_t MaxChunkFrames = 4096; ///< stays in the processor's cache on its way
-constexpr milliseconds PauseCheck{10};       ///< until the mixer has seen a pause
-constexpr milliseconds DropCheck{100};
+constexpr milliseconds WishCheck{10};        ///< until the mixer has acted on a wish
+constexpr milliseconds PeekCheck{1};         ///< until a look at a voice is over
 constexpr milliseconds MaxTailCheck{50};
 /// Until an output without a new block is taken to stand still; longer than any output's block.
 constexpr milliseconds StandstillLimit{500};
@@ -90,6 +91,8 @@ void DecodeThread::HoldOutput(bool hold) noexcept
 
 void DecodeThread::Loop()
 {
+    AskForPriority();
+    m_device.MeterDecoder();
     while (!m_quit.load(std::memory_order_acquire)) {
         TakeInbox();
         RemoveDone();
@@ -100,8 +103,7 @@ void DecodeThread::Loop()
         const bool told = TellHeardOut();
         if (filled || told)
             continue;
-        if (survey.dropped)
-            ReleaseDropped();
+        SettleUnheard(survey);
         // All that can be had is there: whoever waits for more may look again.
         m_mixer.WakeWaiting();
         m_wake.Wait(SleepTime(survey));
@@ -132,10 +134,11 @@ void DecodeThread::RemoveDone()
 
 bool DecodeThread::FillMostStarved()
 {
+    m_peeked = false;
     Job* const job = MostStarved();
     if (job != nullptr)
         Fill(*job);
-    return job != nullptr;
+    return job != nullptr && !m_peeked;
 }
 
 /// Null if every voice has what it may have.
@@ -159,6 +162,8 @@ void DecodeThread::Fill(Job& job)
     } catch (...) {
         voice.ended.store(true, std::memory_order_release); // no memory: its sound ends here
     }
+    if (m_peeked)
+        return;
     const bool ended = voice.ended.load(std::memory_order_relaxed);
     if (voice.stage.load(std::memory_order_relaxed) == VoiceStage::Decoding) {
         if (frames > 0)
@@ -171,7 +176,7 @@ void DecodeThread::Fill(Job& job)
         m_mixer.WakeWaiting();
 }
 
-std::size_t DecodeThread::Decode(Job& job) const
+std::size_t DecodeThread::Decode(Job& job)
 {
     Voice& voice = *job.voice;
     if (!job.sought) {
@@ -182,15 +187,22 @@ std::size_t DecodeThread::Decode(Job& job) const
         }
     }
     const std::span<float> place = voice.ring.WriteSpan(ChunkFrames(voice, m_firstFrames));
+    m_peeked = place.empty(); // for there is room
+    if (m_peeked)
+        return 0;
     const std::size_t frames = job.feed->Read(place.data(), place.size() / 2);
+    if (job.feed->MayExceed() && CountBeyond(place.data(), frames * 2) > 0)
+        voice.loud.store(true, std::memory_order_relaxed); // goes over with the frames
     voice.ring.Commit(frames);
     if (frames < place.size() / 2)
         voice.ended.store(true, std::memory_order_release);
     return frames;
 }
 
-DecodeThread::Survey DecodeThread::SurveyVoices() const
+DecodeThread::Survey DecodeThread::SurveyVoices()
 {
+    if (m_mixer.Reverberating())
+        m_soundEnd = std::max(m_soundEnd, m_mixer.FramesRendered() + 1);
     Survey survey;
     survey.soundEnd = m_soundEnd;
     for (const Job& job : m_jobs) {
@@ -228,8 +240,9 @@ bool DecodeThread::StandsStill() const
 }
 
 /// The output runs while a voice plays or has an end that wasn't heard yet, and on until the last
-/// sound has been heard. A pause that the mixer has not seen yet may still be sounding: the output
-/// isn't stopped for it, nor started. Where no block comes any more, nothing sounds either.
+/// sound and its reverberation have been heard. What the mixer has not yet made silent for a pause
+/// or an early end may still be sounding: the output isn't stopped for it, nor started. Where no
+/// block comes any more, nothing sounds either.
 void DecodeThread::UpdateOutput(const Survey& survey)
 {
     const bool held = m_held.load(std::memory_order_acquire);
@@ -259,13 +272,13 @@ bool DecodeThread::TellHeardOut()
 /// How long there is nothing to do unless the thread is woken; nothing is for ever.
 std::optional<milliseconds> DecodeThread::SleepTime(const Survey& survey) const
 {
-    if (survey.dropped)
-        return DropCheck;
+    if (m_peeked)
+        return PeekCheck;
     if (!m_running)
-        return std::nullopt;
+        return survey.unseen ? std::optional(WishCheck) : std::nullopt;
     const bool still = StandsStill();
-    if (survey.unseen && !still)
-        return PauseCheck;
+    if (survey.unseen || survey.dropped)
+        return WishCheck;
     if (survey.playing && !survey.nextEnd)
         return std::nullopt;
     if (still)
@@ -277,14 +290,11 @@ std::optional<milliseconds> DecodeThread::SleepTime(const Survey& survey) const
     return std::min(time, MaxTailCheck);
 }
 
-/// The mixer lets go of dropped voices in its next block. Where no block comes, the output stands
-/// still.
-void DecodeThread::ReleaseDropped()
+/// The mixer acts on the wishes in its next blocks. Where no block comes, the output stands still.
+void DecodeThread::SettleUnheard(const Survey& survey)
 {
-    const std::uint64_t rendered = m_mixer.FramesRendered();
-    if (!m_running || rendered == m_renderedAtDrop)
-        m_mixer.ReleaseDropped();
-    m_renderedAtDrop = rendered;
+    if ((survey.unseen || survey.dropped) && (!m_running || StandsStill()))
+        m_mixer.SettleUnheard();
 }
 
 } // namespace velmo::engine

@@ -66,7 +66,7 @@ private:
     {
         bool playing = false;
         bool dropped = false; ///< the mixer has not let go of one yet
-        bool unseen = false;  ///< the mixer has not acted on a wish yet
+        bool unseen = false;  ///< the mixer has not acted on a wish yet, or still fades
         /// Output frame behind the last sound of all voices, past ones too.
         std::uint64_t soundEnd = 0;
         /// Output frame behind the next end of a voice that has been mixed and not yet heard.
@@ -79,14 +79,14 @@ private:
     bool FillMostStarved();
     Job* MostStarved();
     void Fill(Job& job);
-    std::size_t Decode(Job& job) const;
-    Survey SurveyVoices() const;
+    std::size_t Decode(Job& job);
+    Survey SurveyVoices();
     void WatchOutput();
     bool StandsStill() const;
     void UpdateOutput(const Survey& survey);
     void SetRunning(bool running);
     bool TellHeardOut();
-    void ReleaseDropped();
+    void SettleUnheard(const Survey& survey);
     std::optional<std::chrono::milliseconds> SleepTime(const Survey& survey) const;
 
     Mixer& m_mixer;
@@ -100,10 +100,10 @@ private:
     // Of the thread:
     std::vector<Job> m_jobs;
     bool m_running = false;
+    bool m_peeked = false;    ///< somebody looked at a voice that was to be filled
     bool m_endUntold = false; ///< a voice was heard out and `onHeardOut` has not been called since
     /// Output frame behind the last sound of the voices that are gone.
     std::uint64_t m_soundEnd = 0;
-    std::uint64_t m_renderedAtDrop = 0;
     std::uint64_t m_rendered = 0;                      ///< frames, when last looked
     std::chrono::steady_clock::time_point m_lastBlock; ///< or start or stop of the output
     const std::size_t m_firstFrames;                   ///< decoded before the mixer gets a voice

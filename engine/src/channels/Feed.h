@@ -30,6 +30,14 @@ public:
     Feed& operator=(const Feed&) = delete;
 
     const BASS_SOURCE_FORMAT& Format() const noexcept { return m_format; }
+    /// As `Source::Plugin`. Any thread.
+    const std::shared_ptr<const void>& Plugin() const noexcept { return m_source->Plugin(); }
+
+    /// Whether samples beyond -1..1 may come: from the source, or from the conversion of its rate.
+    bool MayExceed() const noexcept
+    {
+        return m_format.limited == 0 || m_format.sampleRate != m_deviceRate;
+    }
 
     /// The next `Read` begins with the source's frame `frame`. False if the source can't be moved:
     /// it then gives nothing more.
