@@ -1,6 +1,7 @@
 // Many calls: what they leave behind, and from several threads at once.
 
 #include "EngineTest.h"
+#include "LineEffect.h"
 
 #include <array>
 #include <atomic>
@@ -9,6 +10,7 @@
 #include <iterator>
 #include <random>
 #include <thread>
+#include <vector>
 
 #include <dlfcn.h>
 
@@ -69,13 +71,18 @@ TEST_F(Endurance, RandomCallsOfSeveralThreadsDoNoHarm)
 {
     const std::string shortFile = WriteWav("short.wav", Noise(2UL * 2000));
     const std::string longFile = WriteWav("long.wav", Noise(2UL * 48000), 48000);
+    BASS_RegisterEffect(&LineTable());
     std::array<std::atomic<DWORD>, 8> handles = {};
+    std::array<std::atomic<HFX>, 8> effects = {};
     const auto step = [&](std::minstd_rand& random) {
         std::atomic<DWORD>& slot = handles[random() % handles.size()];
         const DWORD handle = slot.load();
         const DWORD flags = random() % 2 == 0 ? BASS_STREAM_AUTOFREE : 0;
         BASS_CHANNELINFO info = {};
-        switch (random() % 12) {
+        std::atomic<HFX>& effect = effects[random() % effects.size()];
+        Line line = {static_cast<float>(random() % 3), 0};
+        std::array<float, 1024> data = {};
+        switch (random() % 20) {
         case 0:
         case 1:
             slot = BASS_StreamCreateFile(
@@ -90,6 +97,16 @@ TEST_F(Endurance, RandomCallsOfSeveralThreadsDoNoHarm)
         case 8: BASS_ChannelGetPosition(handle, BASS_POS_BYTE); break;
         case 9: BASS_ChannelIsActive(handle); break;
         case 10: BASS_ChannelGetInfo(handle, &info); break;
+        case 11:
+        case 12:
+            effect = BASS_ChannelSetFX(handle, LineType, static_cast<int>(random() % 3));
+            break;
+        case 13: BASS_ChannelRemoveFX(handle, effect); break;
+        case 14: BASS_FXSetParameters(effect, &line); break;
+        case 15: BASS_FXGetParameters(effect, &line); break;
+        case 16: BASS_ChannelGetData(handle, data.data(), BASS_DATA_FFT2048); break;
+        case 17: BASS_ChannelGetData(handle, data.data(), 4096U | BASS_DATA_FLOAT); break;
+        case 18: BASS_SetEAXParameters(-1, static_cast<float>(random() % 2), 0.1f, -1); break;
         default: BASS_SetVolume(static_cast<float>(random() % 100) / 100); break;
         }
     };
@@ -115,7 +132,57 @@ TEST_F(Endurance, RandomCallsOfSeveralThreadsDoNoHarm)
         // And the engine plays as if nothing had been.
         PlayToEnd(OpenStream(shortFile, BASS_STREAM_AUTOFREE));
         EXPECT_TRUE(BASS_Free());
+        EXPECT_EQ(LineEffects(), 0);
     }
+}
+
+TEST_F(Endurance, EffectsComeAndGoWhileTheSoundIsMixedAndLookedAt)
+{
+    BASS_RegisterEffect(&LineTable());
+    InitFast();
+    const std::string file = WriteWav("noise.wav", Noise(2UL * 441000));
+    const DWORD channel = OpenStream(file);
+    std::atomic<bool> mixing = true;
+    std::thread looker([&] {
+        std::array<float, 1024> data = {};
+        while (mixing) {
+            BASS_ChannelGetData(channel, data.data(), BASS_DATA_FFT2048);
+            BASS_ChannelGetData(channel, data.data(), 4096U | BASS_DATA_FLOAT);
+        }
+    });
+    for (int round = 0; round < 5; ++round) {
+        ASSERT_TRUE(BASS_ChannelPlay(channel, 1));
+        while (BASS_ChannelIsActive(channel) != BASS_ACTIVE_STOPPED) {
+            const HFX effect = BASS_ChannelSetFX(channel, LineType, round);
+            const Line silent = {0, 0};
+            ASSERT_TRUE(BASS_FXSetParameters(effect, &silent));
+            ASSERT_TRUE(BASS_ChannelRemoveFX(channel, effect));
+        }
+    }
+    mixing = false;
+    looker.join();
+    EXPECT_EQ(BASS_ChannelGetClipCount(channel), 0U);
+    EXPECT_EQ(Rendered().size(), 5U * 2 * 441000) << "nobody holds the sound up for good";
+    EXPECT_EQ(LineEffects(), 0);
+}
+
+TEST_F(Endurance, BusyProcessorsLeaveNoGap)
+{
+    // At another rate, so that there is something to decode.
+    const std::string file = WriteWav("a.wav", Noise(2UL * 12 * 48000), 48000);
+    std::atomic<bool> done = false;
+    std::vector<std::jthread> others;
+    for (unsigned i = 0; i < std::thread::hardware_concurrency(); ++i)
+        others.emplace_back([&] {
+            while (!done) {}
+        });
+    Init("null");
+    PlayToEnd(OpenStream(file));
+    done = true;
+    BASS_STATISTICS statistics = {};
+    EXPECT_TRUE(BASS_GetStatistics(&statistics));
+    EXPECT_EQ(statistics.underruns, 0U);
+    EXPECT_GE(statistics.rendered, 12U * 44100);
 }
 
 TEST_F(Endurance, ProcessMayEndWhileAChannelPlays)

@@ -37,7 +37,8 @@ std::vector<Sample> ReadSamples(const std::filesystem::path& path)
     if (data == std::string::npos)
         return {};
     std::vector<Sample> samples((bytes.size() - data - 8) / sizeof(Sample));
-    std::memcpy(samples.data(), bytes.data() + data + 8, samples.size() * sizeof(Sample));
+    if (!samples.empty())
+        std::memcpy(samples.data(), bytes.data() + data + 8, samples.size() * sizeof(Sample));
     return samples;
 }
 

@@ -35,6 +35,12 @@ void ExpectNoChannel(DWORD handle, int code)
     EXPECT_TRUE(failed(BASS_ChannelBytes2Seconds(handle, 4) == -1.0));
     EXPECT_TRUE(failed(!BASS_ChannelGetInfo(handle, &info)));
     EXPECT_TRUE(failed(!BASS_ChannelGetAttribute(handle, BASS_ATTRIB_FREQ, &frequency)));
+    EXPECT_TRUE(failed(BASS_ChannelGetData(handle, &frequency, 4U | BASS_DATA_FLOAT) == ~0U));
+    EXPECT_TRUE(failed(BASS_ChannelSetFX(handle, 0x10004, 0) == 0));
+    EXPECT_TRUE(failed(!BASS_ChannelRemoveFX(handle, handle)));
+    EXPECT_TRUE(failed(!BASS_FXSetParameters(handle, &info)));
+    EXPECT_TRUE(failed(!BASS_FXGetParameters(handle, &info)));
+    EXPECT_TRUE(failed(BASS_ChannelGetClipCount(handle) == NoPosition));
     EXPECT_EQ(info.freq, 77U);
     EXPECT_EQ(frequency, 77.0f);
     EXPECT_EQ(BASS_ChannelIsActive(handle), DWORD{BASS_ACTIVE_STOPPED});
@@ -55,6 +61,9 @@ TEST_F(Handles, EverythingIsHarmlessBeforeInit)
     EXPECT_TRUE(failed(!BASS_Stop()));
     EXPECT_TRUE(failed(BASS_GetVolume() == -1.0f));
     EXPECT_TRUE(failed(!BASS_SetVolume(0.5f)));
+    BASS_STATISTICS statistics = {};
+    EXPECT_TRUE(failed(!BASS_GetStatistics(&statistics)));
+    EXPECT_TRUE(failed(!BASS_SetEAXParameters(0, 1, 1, 1)));
     EXPECT_TRUE(failed(BASS_StreamCreateFile(0, file.c_str(), 0, 0, 0) == 0));
     EXPECT_TRUE(failed(BASS_MusicLoad(0, file.c_str(), 0, 0, 0, 0) == 0));
     EXPECT_TRUE(failed(BASS_StreamCreateURL("http://localhost/", 0, 0, nullptr, nullptr) == 0));
@@ -85,7 +94,10 @@ TEST_F(Handles, OptionsAreKnownByTheirNumber)
         const bool known = option == 0 || (option >= 7 && option <= 12);
         EXPECT_EQ(BASS_SetConfig(option, 0) != 0, known) << option;
         EXPECT_EQ(BASS_ErrorGetCode(), known ? BASS_OK : BASS_ERROR_ILLPARAM) << option;
+        EXPECT_EQ(BASS_SetConfigPtr(option, "proxy"), option == BASS_CONFIG_NET_PROXY) << option;
     }
+    EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_ILLPARAM);
+    EXPECT_TRUE(BASS_SetConfigPtr(BASS_CONFIG_NET_PROXY, nullptr));
 }
 
 TEST_F(Handles, WhatCannotBeOpenedSaysWhy)

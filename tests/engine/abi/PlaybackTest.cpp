@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <numbers>
+#include <span>
 
 namespace velmo::engine::test {
 
@@ -50,6 +51,31 @@ double SineToRest(const std::vector<float>& samples, double rate, double frequen
     return 10 * std::log10(sine / std::max(power - sine, 1e-30));
 }
 
+constexpr std::size_t FadeFrames = 220; ///< 5 ms
+
+/// How many frames of `out` are softer than in `source`; all others have to be the same, and none
+/// may be missing.
+std::size_t SoftenedFrames(const std::vector<float>& out, std::span<const std::int16_t> source)
+{
+    EXPECT_EQ(out.size(), source.size());
+    std::size_t softened = 0;
+    for (std::size_t i = 0; i < std::min(out.size(), source.size()); ++i) {
+        const float sample = static_cast<float>(source[i]) / 32768;
+        const float gain = out[i] / sample;
+        EXPECT_TRUE(gain > 0 && gain <= 1) << i << ": " << gain;
+        softened += i % 2 == 0 && out[i] != sample ? 1 : 0;
+    }
+    return softened;
+}
+
+/// `frames` without so many at the beginning and at the end.
+std::vector<float> Without(const std::vector<float>& frames, std::size_t head, std::size_t tail)
+{
+    const std::size_t end = frames.size() - std::min(frames.size(), 2 * tail);
+    return {frames.begin() + static_cast<long>(std::min(2 * head, end)),
+            frames.begin() + static_cast<long>(end)};
+}
+
 } // namespace
 
 TEST_F(Playback, SixteenBitSamplesComeOutAsTheyStandInTheFile)
@@ -89,6 +115,7 @@ TEST_F(Playback, SeekLandsOnTheVerySample)
 {
     const std::vector<std::int16_t> noise = Noise(2UL * 44100);
     const std::string file = WriteWav("noise.wav", noise);
+    SetVariable("VELMO_WAV_FORMAT", "f32");
     for (const QWORD frame : {0U, 1U, 4711U, 44099U}) {
         SCOPED_TRACE(frame);
         InitFast();
@@ -96,9 +123,8 @@ TEST_F(Playback, SeekLandsOnTheVerySample)
         ASSERT_TRUE(BASS_ChannelSetPosition(channel, frame * 4 + 3, BASS_POS_BYTE));
         EXPECT_EQ(BASS_ChannelGetPosition(channel, BASS_POS_BYTE), frame * 4);
         PlayToEnd(channel);
-        EXPECT_EQ(
-            Rendered(),
-            std::vector<std::int16_t>(noise.begin() + static_cast<long>(frame * 2), noise.end()));
+        const std::size_t faded = frame == 0 ? 0 : std::min<std::size_t>(FadeFrames, 44100 - frame);
+        EXPECT_EQ(SoftenedFrames(RenderedFloats(), std::span(noise).subspan(frame * 2)), faded);
     }
 }
 
@@ -229,6 +255,7 @@ TEST_F(Playback, PauseLosesNoSample)
 {
     const std::vector<std::int16_t> noise = Noise(2UL * 88200);
     const std::string file = WriteWav("noise.wav", noise);
+    SetVariable("VELMO_WAV_FORMAT", "f32");
     Init("wav:" + File("out.wav").string());
     const DWORD channel = OpenStream(file);
     ASSERT_TRUE(BASS_ChannelPlay(channel, 1));
@@ -242,10 +269,10 @@ TEST_F(Playback, PauseLosesNoSample)
         EXPECT_EQ(BASS_ChannelIsActive(channel), DWORD{BASS_ACTIVE_PLAYING});
     }
     ASSERT_TRUE(Until([=] { return BASS_ChannelIsActive(channel) == BASS_ACTIVE_STOPPED; }));
-    std::vector<std::int16_t> out = Rendered();
-    // Silence of the pauses; the noise has no 0.
-    std::erase(out, 0);
-    EXPECT_EQ(out, noise);
+    std::vector<float> out = RenderedFloats();
+    // Silence of the pauses; the noise has no 0, nor has a fade.
+    std::erase(out, 0.0f);
+    EXPECT_EQ(SoftenedFrames(out, noise), 4 * FadeFrames);
 }
 
 TEST_F(Playback, StoppedOutputGoesOnWithTheNextPlay)
@@ -286,6 +313,7 @@ TEST_F(Playback, SeekWhilePlayingGoesOnWithTheVerySample)
     const std::string file = WriteWav("noise.wav", noise);
     const std::string paced = "wav:" + File("out.wav").string();
     const std::string fast = "wav-fast:" + File("out.wav").string();
+    SetVariable("VELMO_WAV_FORMAT", "f32");
     for (const std::string& output : {paced, fast}) {
         SCOPED_TRACE(output);
         Init(output);
@@ -294,14 +322,21 @@ TEST_F(Playback, SeekWhilePlayingGoesOnWithTheVerySample)
         ASSERT_TRUE(Until([=] { return BASS_ChannelGetPosition(channel, BASS_POS_BYTE) > 4000; }));
         ASSERT_TRUE(BASS_ChannelSetPosition(channel, Target * 4, BASS_POS_BYTE));
         ASSERT_TRUE(Until([=] { return BASS_ChannelIsActive(channel) == BASS_ACTIVE_STOPPED; }));
-        std::vector<std::int16_t> out = Rendered();
+        std::vector<float> out = RenderedFloats();
         if (output == paced)
-            std::erase(out, 0); // while the new place is decoded, and behind the end
+            std::erase(out, 0.0f); // while the new place is decoded, and behind the end
+        // What was left fades out, and what was sought fades in, one after the other or both at
+        // once.
         const std::size_t rest = noise.size() - 2 * Target;
         ASSERT_GT(out.size(), rest);
-        const auto seam = out.end() - static_cast<long>(rest);
-        EXPECT_TRUE(std::equal(seam, out.end(), noise.end() - static_cast<long>(rest)));
-        EXPECT_TRUE(std::equal(out.begin(), seam, noise.begin()));
+        const std::vector<float> head(out.begin(), out.end() - static_cast<long>(rest));
+        const std::vector<float> tail(out.end() - static_cast<long>(rest), out.end());
+        const auto whole = std::span(noise);
+        EXPECT_EQ(
+            SoftenedFrames(Without(tail, FadeFrames, 0), whole.subspan(2 * (Target + FadeFrames))),
+            0U);
+        const std::size_t plain = head.size() / 2 - std::min(head.size() / 2, FadeFrames);
+        EXPECT_EQ(SoftenedFrames(Without(head, 0, FadeFrames), whole.first(2 * plain)), 0U);
     }
 }
 

@@ -22,7 +22,16 @@ inline constexpr std::chrono::seconds Patience{
 class FakeRenderer final : public engine::Renderer
 {
 public:
-    /// Left and right sample of frame `index`: exact in 16 bits.
+    explicit FakeRenderer(std::size_t channels = 2)
+        : m_channels(channels)
+    {}
+
+    /// Sample of frame `index`: exact in 16 bits.
+    static float Sample(std::uint64_t index, std::size_t channel)
+    {
+        return channel % 2 == 0 ? Left(index + channel) : Right(index + channel - 1);
+    }
+    /// The first two of its samples.
     static float Left(std::uint64_t index)
     {
         return static_cast<float>(index % 65536) / 32768.0f - 1;
@@ -35,8 +44,8 @@ public:
         if (m_refusing)
             ++m_lateCalls;
         for (std::size_t i = 0; i < frames; ++i) {
-            out[2 * i] = Left(m_frames + i);
-            out[2 * i + 1] = Right(m_frames + i);
+            for (std::size_t channel = 0; channel < m_channels; ++channel)
+                out[m_channels * i + channel] = Sample(m_frames + i, channel);
         }
         m_frames += frames;
         m_overrun = m_overrun || m_frames > m_supplied;
@@ -126,6 +135,7 @@ private:
         return value;
     }
 
+    const std::size_t m_channels;
     mutable std::mutex m_mutex;
     std::condition_variable m_changed;
     std::condition_variable m_supply;

@@ -73,6 +73,8 @@ struct FormatCase
     std::size_t headerBytes;
     std::uint32_t tag;
     std::uint32_t sampleBytes;
+    std::uint32_t channels;
+    std::uint32_t speakers; ///< the mask of an extended header; 0: a plain one
 };
 
 // NOLINTNEXTLINE(readability-function-size): a list of all fields; each check counts many times
@@ -81,14 +83,14 @@ void ExpectHeader(const std::vector<std::uint8_t>& bytes,
                   std::uint64_t frames)
 {
     const auto total = static_cast<std::uint32_t>(bytes.size());
-    const std::uint32_t frameBytes = 2 * expected.sampleBytes;
+    const std::uint32_t frameBytes = expected.channels * expected.sampleBytes;
     ASSERT_EQ(total, expected.headerBytes + frames * frameBytes);
     EXPECT_EQ(Text(bytes, 0), "RIFF");
     EXPECT_EQ(Number(bytes, 4, 4), total - 8);
     EXPECT_EQ(Text(bytes, 8), "WAVE");
     EXPECT_EQ(Text(bytes, 12), "fmt ");
-    EXPECT_EQ(Number(bytes, 20, 2), expected.tag);
-    EXPECT_EQ(Number(bytes, 22, 2), 2u);
+    EXPECT_EQ(Number(bytes, 20, 2), expected.speakers == 0 ? expected.tag : 0xFFFE);
+    EXPECT_EQ(Number(bytes, 22, 2), expected.channels);
     EXPECT_EQ(Number(bytes, 24, 4), 48000u);
     EXPECT_EQ(Number(bytes, 28, 4), 48000u * frameBytes);
     EXPECT_EQ(Number(bytes, 32, 2), frameBytes);
@@ -96,8 +98,19 @@ void ExpectHeader(const std::vector<std::uint8_t>& bytes,
     EXPECT_EQ(Text(bytes, expected.headerBytes - 8), "data");
     EXPECT_EQ(Number(bytes, expected.headerBytes - 4, 4), total - expected.headerBytes);
     if (expected.tag == 3) {
-        EXPECT_EQ(Text(bytes, 38), "fact");
-        EXPECT_EQ(Number(bytes, 46, 4), frames);
+        EXPECT_EQ(Text(bytes, expected.headerBytes - 20), "fact");
+        EXPECT_EQ(Number(bytes, expected.headerBytes - 12, 4), frames);
+    }
+    if (expected.speakers != 0) {
+        EXPECT_EQ(Number(bytes, 16, 4), 40u);
+        EXPECT_EQ(Number(bytes, 36, 2), 22u);
+        EXPECT_EQ(Number(bytes, 38, 2), 8 * expected.sampleBytes);
+        EXPECT_EQ(Number(bytes, 40, 4), expected.speakers);
+        // {0000000N-0000-0010-8000-00AA00389B71}
+        EXPECT_EQ(Number(bytes, 44, 4), expected.tag);
+        EXPECT_EQ(Number(bytes, 48, 4), 0x00100000u);
+        EXPECT_EQ(Number(bytes, 52, 4), 0xAA000080u);
+        EXPECT_EQ(Number(bytes, 56, 4), 0x719B3800u);
     }
 }
 
@@ -117,17 +130,21 @@ float SampleAt(const std::vector<std::uint8_t>& bytes,
 TEST_F(FileOutput, FileHoldsEveryFrameInEitherFormat)
 {
     const std::vector<FormatCase> cases{
-        {"wav-fast:", std::nullopt, 44, 1, 2},
-        {"wav-fast:", "f32",        58, 3, 4},
-        {"wav:",      std::nullopt, 44, 1, 2},
-        {"wav:",      "f32",        58, 3, 4}
+        {"wav-fast:", std::nullopt, 44, 1, 2, 2, 0    },
+        {"wav-fast:", "f32",        58, 3, 4, 2, 0    },
+        {"wav:",      std::nullopt, 44, 1, 2, 2, 0    },
+        {"wav:",      "f32",        58, 3, 4, 2, 0    },
+        {"wav-fast:", std::nullopt, 68, 1, 2, 6, 0x03F},
+        {"wav:",      "f32",        80, 3, 4, 8, 0x63F}
     };
     for (const FormatCase& one : cases) {
         const Environment audio("VELMO_AUDIO", one.output + Path());
         const Environment format("VELMO_WAV_FORMAT", one.format);
-        FakeRenderer ours;
+        const Environment channels("VELMO_WAV_CHANNELS", std::to_string(one.channels));
+        FakeRenderer ours(one.channels);
         DeviceControl output(ours);
-        ASSERT_EQ(output.Open({.sampleRate = 48000, .channels = 2}), DeviceError::None);
+        ASSERT_EQ(output.Open({.sampleRate = 48000, .allSpeakers = true}), DeviceError::None);
+        EXPECT_EQ(output.Description().channels, one.channels);
         if (std::string_view(one.output) == "wav-fast:")
             ours.SupplyUpTo(100'003);
         output.SetRunning(true);
@@ -143,8 +160,9 @@ TEST_F(FileOutput, FileHoldsEveryFrameInEitherFormat)
         for (std::uint64_t i = 0; i < ours.Frames(); ++i) {
             // The largest right sample is full scale itself, which 16 bits just miss.
             const float largest = one.sampleBytes == 2 ? 32767.0f / 32768.0f : 1.0f;
-            wrong += SampleAt(bytes, one, 2 * i) != FakeRenderer::Left(i);
-            wrong += SampleAt(bytes, one, 2 * i + 1) != std::min(FakeRenderer::Right(i), largest);
+            for (std::size_t channel = 0; channel < one.channels; ++channel)
+                wrong += SampleAt(bytes, one, one.channels * i + channel)
+                         != std::min(FakeRenderer::Sample(i, channel), largest);
         }
         EXPECT_EQ(wrong, 0u);
     }

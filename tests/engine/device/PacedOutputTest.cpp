@@ -65,7 +65,7 @@ TEST_F(PacedOutput, RendersTheFirstBlockAtOnce)
         ASSERT_TRUE(fresh.AwaitFrames(1));
         best = std::min(best, fresh.FirstRender() - start);
     }
-    EXPECT_LE(best, 2ms);
+    EXPECT_LE(best, 8ms) << "it has waited for the end of its first block, of 10 ms";
 }
 
 TEST_F(PacedOutput, StopAndStartLoseNoFrame)

@@ -1,6 +1,7 @@
-// What the sanitizers of this test program shall leave out: the sound server's client library,
-// which isn't built with them. Its locks are invisible to the thread sanitizer, and one small
-// record of the library is lost whenever a connection ends while the server has lost its last sink.
+// What the sanitizers of a test program with a sound server shall leave out: the server's client
+// library, which isn't built with them. Its locks are invisible to the thread sanitizer, and one
+// small record of the library is lost whenever a connection ends while the server has lost its last
+// sink.
 
 // NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,readability-identifier-naming):
 // the sanitizers look for these names

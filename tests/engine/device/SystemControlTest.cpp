@@ -28,6 +28,11 @@ CubebLibrary FailingLibrary()
     CubebLibrary library;
     library.init = [](cubeb**, const char*, const char*) -> int { return CUBEB_OK; };
     library.destroy = [](cubeb*) {};
+    library.getBackendId = [](cubeb*) -> const char* { return "pulse"; };
+    library.getMaxChannelCount = [](cubeb*, std::uint32_t* channels) -> int {
+        *channels = 2;
+        return CUBEB_OK;
+    };
     library.streamInit = [](cubeb*,
                             cubeb_stream** stream,
                             const char*,
@@ -59,7 +64,8 @@ TEST(SystemControl, StreamsThatFailAtTheirStartAreTriedAtATime)
     DeviceClock clock;
     clock.Reset(44100);
     const DeviceSettings settings;
-    SystemControl control({renderer, clock, settings}, FailingLibrary());
+    DeviceNotice notice;
+    SystemControl control({renderer, clock, settings, notice}, FailingLibrary());
     std::jthread device([&] { control.Run(); });
     ASSERT_EQ(control.AwaitOpened(), DeviceError::None);
     const auto start = steady_clock::now();

@@ -1,4 +1,6 @@
 /// Hands one decoder a file of any contents: opens it, reads a little, moves about, reads on.
+#include "PluginDecoders.h"
+
 #include "decode/BuiltinDecoders.h"
 
 #include <algorithm>
