@@ -11,6 +11,7 @@ class RunError final : public std::runtime_error
 {
 public:
     static constexpr int FileNotFound = 53;
+    static constexpr int EndOfFile = 62; ///< a file ends where more must follow
 
     /// `number` is the failure's known number, such as `FileNotFound`; `text` is for
     /// people.

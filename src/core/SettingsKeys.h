@@ -99,6 +99,7 @@ constexpr const char* Language = "Language";
 constexpr const char* CheckAssociationOnStart = "CheckAssociationOnStart";
 constexpr const char* Extensions = "Extensions";
 constexpr const char* ManageAudioCDs = "ManageAudioCDs";
+constexpr const char* ManageAudioCds = "ManageAudioCds"; // the same key, as its page writes it
 constexpr const char* EnqueueAsDefaultAction = "EnqueueAsDefaultAction";
 
 // Section "Visualisation"

@@ -1,5 +1,7 @@
 #include "TextRules.h"
 
+#include "LineReader.h"
+
 #include <algorithm>
 #include <array>
 
@@ -36,6 +38,28 @@ unsigned char EscapedByte(std::string_view text, std::size_t position)
     return static_cast<unsigned char>(((second & 0x03U) << 6U) | (third & 0x3FU));
 }
 
+enum class Encoding
+{
+    Utf8,
+    EscapedUtf8, ///< holds sequences that stand for stray bytes
+    OneByte,     ///< Windows-1252
+};
+
+Encoding EncodingOf(std::string_view bytes)
+{
+    Encoding encoding = Encoding::Utf8;
+    for (std::size_t at = CountAscii(bytes, 0); at < bytes.size();) {
+        const Character character = CharacterAt(bytes, at);
+        if (character.stray && EscapedByte(bytes, at) == 0)
+            return Encoding::OneByte;
+        if (character.stray)
+            encoding = Encoding::EscapedUtf8;
+        at += character.stray ? 3 : character.length;
+        at += CountAscii(bytes, at);
+    }
+    return encoding;
+}
+
 std::string FromWindows1252(std::string_view bytes)
 {
     std::string text;
@@ -70,14 +94,23 @@ std::string_view TrimBlanksAndTabs(std::string_view text)
 std::vector<std::string_view> SplitLines(std::string_view text)
 {
     std::vector<std::string_view> lines;
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
-        lines.push_back(text.substr(0, end));
-        text.remove_prefix(end);
-        const std::size_t lineEnd = text.starts_with("\r\n") ? 2 : 1;
-        text.remove_prefix(std::min(lineEnd, text.size()));
-    }
+    for (LineReader reader(text); !reader.AtEnd();)
+        lines.push_back(reader.Next());
     return lines;
+}
+
+std::vector<std::string_view> Split(std::string_view text, char separator)
+{
+    std::vector<std::string_view> parts;
+    if (text.empty())
+        return parts;
+    for (std::size_t end = text.find(separator); end != std::string_view::npos;
+         end = text.find(separator)) {
+        parts.push_back(text.substr(0, end));
+        text.remove_prefix(end + 1);
+    }
+    parts.push_back(text);
+    return parts;
 }
 
 std::string_view SkipByteOrderMark(std::string_view bytes)
@@ -88,23 +121,25 @@ std::string_view SkipByteOrderMark(std::string_view bytes)
 
 bool IsWindows1252(std::string_view bytes)
 {
-    for (std::size_t at = 0; at < bytes.size();) {
-        const Character character = CharacterAt(bytes, at);
-        if (character.stray && EscapedByte(bytes, at) == 0)
-            return true;
-        at += character.stray ? 3 : character.length;
-    }
-    return false;
+    return EncodingOf(bytes) == Encoding::OneByte;
 }
 
 std::string DecodeFileText(std::string_view bytes)
 {
     bytes = SkipByteOrderMark(bytes);
-    if (IsWindows1252(bytes))
-        return FromWindows1252(bytes);
+    switch (EncodingOf(bytes)) {
+    case Encoding::Utf8: return std::string(bytes);
+    case Encoding::OneByte: return FromWindows1252(bytes);
+    case Encoding::EscapedUtf8: break;
+    }
     std::string text;
     text.reserve(bytes.size());
     for (std::size_t at = 0; at < bytes.size();) {
+        const std::size_t ascii = CountAscii(bytes, at);
+        text += bytes.substr(at, ascii);
+        at += ascii;
+        if (at == bytes.size())
+            break;
         const unsigned char escaped = EscapedByte(bytes, at);
         const std::size_t length = escaped != 0 ? 3 : CharacterAt(bytes, at).length;
         if (escaped != 0)
@@ -118,6 +153,8 @@ std::string DecodeFileText(std::string_view bytes)
 
 std::string EncodeFileText(std::string_view text)
 {
+    if (IsValidUtf8(text))
+        return std::string(text);
     std::string bytes;
     bytes.reserve(text.size());
     for (std::size_t at = 0; at < text.size();) {

@@ -20,6 +20,10 @@ std::string_view TrimBlanksAndTabs(std::string_view text);
 /// end.
 std::vector<std::string_view> SplitLines(std::string_view text);
 
+/// The parts of a text between one `separator` and the next. The empty text has no part; a
+/// separator at the very end is followed by an empty one. The results point into `text`.
+std::vector<std::string_view> Split(std::string_view text, char separator);
+
 /// The bytes of a file without the UTF-8 byte-order mark at its beginning.
 std::string_view SkipByteOrderMark(std::string_view bytes);
 

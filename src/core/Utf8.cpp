@@ -1,5 +1,8 @@
 #include "Utf8.h"
 
+#include <cstdint>
+#include <cstring>
+
 namespace velmo {
 
 namespace {
@@ -57,6 +60,21 @@ Character CharacterAt(std::string_view text, std::size_t position)
     return {code, kind.length, false};
 }
 
+std::size_t CountAscii(std::string_view text, std::size_t position)
+{
+    // Most texts are ASCII throughout: eight bytes at a time.
+    constexpr std::uint64_t HighBits = 0x8080808080808080;
+    std::size_t at = position;
+    for (std::uint64_t bytes = 0; at + sizeof bytes <= text.size(); at += sizeof bytes) {
+        std::memcpy(&bytes, text.data() + at, sizeof bytes);
+        if ((bytes & HighBits) != 0)
+            break;
+    }
+    while (at < text.size() && Byte(text[at]) < 0x80)
+        ++at;
+    return at - position;
+}
+
 void AppendUtf8(std::string& text, char32_t code)
 {
     const auto tail = [&](unsigned shift) {
@@ -81,11 +99,12 @@ void AppendUtf8(std::string& text, char32_t code)
 
 bool IsValidUtf8(std::string_view text)
 {
-    for (std::size_t at = 0; at < text.size();) {
+    for (std::size_t at = CountAscii(text, 0); at < text.size();) {
         const Character character = CharacterAt(text, at);
         if (character.stray)
             return false;
         at += character.length;
+        at += CountAscii(text, at);
     }
     return true;
 }

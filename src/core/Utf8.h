@@ -20,6 +20,9 @@ struct Character
 /// The character at byte `position`, which must lie inside the text.
 Character CharacterAt(std::string_view text, std::size_t position);
 
+/// How many ASCII characters follow each other from byte `position` on.
+std::size_t CountAscii(std::string_view text, std::size_t position);
+
 /// Appends a code point as UTF-8. A surrogate is written in three bytes like any other.
 void AppendUtf8(std::string& text, char32_t code);
 

@@ -1,11 +1,13 @@
 #include "linux/LinuxFiles.h"
 
 #include "core/PathRules.h"
+#include "support/ChildProcess.h"
 #include "support/TempDir.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -183,6 +185,45 @@ TEST_F(LinuxFilesTest, StampChangesWithTheFile)
     EXPECT_EQ(files.ReplaceFile(dir("file"), "b", 0644), ports::WriteResult::Written);
     EXPECT_NE(files.Stamp(dir("file")), first);
     EXPECT_FALSE(files.Stamp(dir("none")).has_value());
+}
+
+TEST_F(LinuxFilesTest, CopiesAreWholeAndNeverOntoThemselves)
+{
+    using ports::WriteResult;
+    const std::string list = dir.Write("a.zvl", "content");
+    EXPECT_EQ(files.CopyFile(list, dir("b.zvl")), WriteResult::Written);
+    EXPECT_EQ(dir.Read("b.zvl"), "content");
+    fs::create_symlink(list, dir("link.zvl"));
+    for (const std::string& same : {list, dir("A.ZVL"), dir("link.zvl")})
+        EXPECT_EQ(files.CopyFile(same, list), WriteResult::Written) << same;
+    EXPECT_EQ(dir.Read("a.zvl"), "content");
+    EXPECT_EQ(files.CopyFile(dir("gone"), dir("b.zvl")), WriteResult::Failed);
+    EXPECT_EQ(dir.Read("b.zvl"), "content");
+    EXPECT_TRUE(files.RemoveFile(dir("B.zvl"))) << "found without regard to case";
+    EXPECT_FALSE(files.RemoveFile(dir("b.zvl")));
+    EXPECT_TRUE(files.MakeDirectory(dir("lists/")));
+    EXPECT_TRUE(files.MakeDirectory(dir("lists/"))) << "it is there";
+    EXPECT_FALSE(files.MakeDirectory(dir("no/such/parent")));
+    EXPECT_FALSE(files.RemoveFile(dir("lists")));
+}
+
+TEST_F(LinuxFilesTest, AFileThatGrowsIsReadAsItWas)
+{
+    const std::string path = dir.Write("growing", std::string(1 << 20, 'x'));
+    test::Signal started;
+    test::ChildProcess writer([&] {
+        std::ofstream file(path, std::ios::app);
+        const std::string more(1 << 20, 'y');
+        started.Give();
+        for (int megabytes = 0; megabytes < 64; ++megabytes)
+            file << more << std::flush;
+        return 0;
+    });
+    ASSERT_TRUE(started.Take());
+    const std::optional<std::string> content = files.Read(path);
+    writer.Kill();
+    ASSERT_TRUE(content);
+    EXPECT_TRUE(content->starts_with(std::string(1 << 20, 'x')));
 }
 
 } // namespace

@@ -50,19 +50,25 @@ std::string FirstMatch(const std::string& folder, const std::string& pattern)
     return best;
 }
 
-/// Reads to the end. A pipe whose writer is silent for too long is given up, since the user waits.
-std::optional<std::string> ReadAll(int fd)
+/// Reads to the end, or as much as the file held when it was opened: a file that grows all the time
+/// has no end. `size` is 0 if that is not known. A pipe whose writer is silent for too long is
+/// given up, since the user waits.
+std::optional<std::string> ReadAll(int fd, std::size_t size)
 {
     constexpr int PatienceMs = 1000;
+    constexpr std::size_t Block = std::size_t{256} * 1024;
     std::string content;
-    std::vector<char> buffer(std::size_t{256} * 1024);
+    std::size_t filled = 0;
     for (;;) {
-        const ssize_t count = ::read(fd, buffer.data(), buffer.size());
-        if (count == 0)
-            return content;
+        content.resize(size > 0 ? size : filled + Block);
+        const ssize_t count = ::read(fd, content.data() + filled, content.size() - filled);
         if (count > 0) {
-            content.append(buffer.data(), static_cast<std::size_t>(count));
+            filled += static_cast<std::size_t>(count);
             continue;
+        }
+        if (count == 0) {
+            content.resize(filled);
+            return content;
         }
         pollfd waiting{fd, POLLIN, 0};
         if (errno != EINTR && (errno != EAGAIN || ::poll(&waiting, 1, PatienceMs) <= 0))
@@ -129,7 +135,8 @@ std::optional<std::string> LinuxFiles::Read(const std::string& path)
     if (!file.IsOpen() || ::fstat(file.Get(), &status) != 0
         || (!S_ISREG(status.st_mode) && !S_ISFIFO(status.st_mode)))
         return std::nullopt;
-    return ReadAll(file.Get());
+    return ReadAll(file.Get(),
+                   S_ISREG(status.st_mode) ? static_cast<std::size_t>(status.st_size) : 0);
 }
 
 std::optional<ports::FileStamp> LinuxFiles::Stamp(const std::string& path)
@@ -156,6 +163,30 @@ ports::WriteResult LinuxFiles::ReplaceFile(const std::string& path,
                                            unsigned newFileMode)
 {
     return ReplaceFileAt(PathForWriting(path), content, newFileMode);
+}
+
+ports::WriteResult LinuxFiles::CopyFile(const std::string& from, const std::string& to)
+{
+    const std::optional<ports::FileStamp> source = Stamp(from);
+    const std::optional<ports::FileStamp> target = Stamp(to);
+    if (source && target && source->device == target->device && source->inode == target->inode)
+        return ports::WriteResult::Written;
+    const std::optional<std::string> content = Read(from);
+    constexpr unsigned NewFileMode = 0644;
+    return content ? ReplaceFile(to, *content, NewFileMode) : ports::WriteResult::Failed;
+}
+
+bool LinuxFiles::RemoveFile(const std::string& path)
+{
+    const std::optional<std::string> found = Find(path);
+    return found && ::unlink(found->c_str()) == 0;
+}
+
+bool LinuxFiles::MakeDirectory(const std::string& path)
+{
+    constexpr mode_t Mode = 0777; // less what the user's mask takes
+    const std::optional<std::string> system = SystemPath(path);
+    return IsDirectory(path) || (system && ::mkdir(system->c_str(), Mode) == 0);
 }
 
 std::unique_ptr<ports::Files::Lock> LinuxFiles::LockDirectoryOf(const std::string& path)

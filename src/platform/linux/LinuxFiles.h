@@ -27,6 +27,10 @@ public:
     [[nodiscard]] ports::WriteResult ReplaceFile(const std::string& path,
                                                  const std::string& content,
                                                  unsigned newFileMode) override;
+    [[nodiscard]] ports::WriteResult CopyFile(const std::string& from,
+                                              const std::string& to) override;
+    bool RemoveFile(const std::string& path) override;
+    bool MakeDirectory(const std::string& path) override;
     [[nodiscard]] std::unique_ptr<Lock> LockDirectoryOf(const std::string& path) override;
     std::vector<std::string> Walk(const std::string& directory, bool recursive) override;
     std::string CurrentDirectory() override;

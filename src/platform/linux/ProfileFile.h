@@ -1,7 +1,6 @@
 #pragma once
 
-#include "ProfileText.h"
-
+#include "core/ProfileText.h"
 #include "ports/Files.h"
 #include "ports/SettingsFile.h"
 

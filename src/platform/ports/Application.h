@@ -26,6 +26,9 @@ public:
 
     /// Ends the process with that exit status once the present event has been handled.
     virtual void Quit(int status) = 0;
+
+    /// Whether the process is ending: `Quit` has been called.
+    virtual bool IsQuitting() = 0;
 };
 
 } // namespace velmo::ports

@@ -61,6 +61,16 @@ public:
                                                   const std::string& content,
                                                   unsigned newFileMode = 0644) = 0;
 
+    /// Replaces `to` by the content of `from`, as `ReplaceFile` does. A file that is copied onto
+    /// itself stays untouched.
+    [[nodiscard]] virtual WriteResult CopyFile(const std::string& from, const std::string& to) = 0;
+
+    /// Removes a file; false if it is absent or may not be removed.
+    virtual bool RemoveFile(const std::string& path) = 0;
+
+    /// Makes a directory, whose parent must exist. True if it is there afterwards.
+    virtual bool MakeDirectory(const std::string& path) = 0;
+
     /// Holds an advisory lock until it is destroyed.
     class Lock
     {

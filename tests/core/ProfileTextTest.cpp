@@ -1,4 +1,4 @@
-#include "linux/ProfileText.h"
+#include "core/ProfileText.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "ports/Clock.h"
+
+namespace velmo {
+
+/// The machine's clock, in the local time zone.
+class SystemClock final : public ports::Clock
+{
+public:
+    std::string DateText() override;
+    std::string TimeText() override;
+    float SecondsSinceMidnight() override;
+};
+
+} // namespace velmo
