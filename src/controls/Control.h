@@ -17,6 +17,8 @@ enum class ControlKind
     Timer,
     TextBox,
     ListRows,
+    ScrollBar,
+    Button,
 };
 
 enum class MouseButton

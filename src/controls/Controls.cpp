@@ -32,10 +32,6 @@ double Image::AccessibleValue() const
     return std::clamp((m_knob->Left - m_track->Left) / range, 0.0, 1.0);
 }
 
-Picture::Picture(Form& form, std::string name, Bounds bounds)
-    : Control(form, ControlKind::Picture, std::move(name), bounds)
-{}
-
 TextBox::TextBox(Form& form, std::string name, Bounds bounds)
     : Control(form, ControlKind::TextBox, std::move(name), bounds)
 {}

@@ -59,6 +59,12 @@ enum class ImageShape
     Knob,         ///< a raised piece of metal
     CloseBead,    ///< a round key with a cross
     MinimizeBead, ///< a round key with a dash
+    BackBead,     ///< a round key with the sign of its command, as the next ones
+    PlayBead,
+    PauseBead,
+    StopBead,
+    OpenBead,
+    NextBead,
 };
 
 /// A picture that may change under the mouse.
@@ -83,20 +89,20 @@ private:
     const Image* m_knob = nullptr;
 };
 
-/// A drawing area that its owner fills; a new `Revision` tells that there is something new to show.
-class Picture final : public Control
+enum class TextLines
 {
-public:
-    Picture(Form& form, std::string name, Bounds bounds);
-
-    Property<std::uint64_t> Revision{*this};
+    Many,
+    One,
 };
 
-/// Several lines of text that can be read and copied, and changed unless `Locked`.
+/// Text that can be read and copied, and changed unless `Locked`.
 class TextBox final : public Control
 {
 public:
     TextBox(Form& form, std::string name, Bounds bounds);
+
+    /// Read when the form is first shown.
+    TextLines Lines = TextLines::Many;
 
     Property<std::string> Text{*this};
     Property<bool> Locked{*this, true};
@@ -116,6 +122,9 @@ public:
     Timer(Form& form, std::string name, int intervalMs, bool enabled, TimerAccuracy accuracy);
 
     Property<int> Interval;
+    /// No tick comes sooner than this many milliseconds after the one before, however short the
+    /// interval is.
+    Property<int> LeastMs{*this, 0};
     const TimerAccuracy Accuracy;
 
     std::function<void()> Tick;

@@ -46,6 +46,8 @@ public:
     Property<double> Width;
     Property<double> Height;
     Property<bool> Visible{*this, false};
+    /// Whether the window and its controls take mouse and keys.
+    Property<bool> Enabled{*this, true};
     Property<bool> AlwaysOnTop{*this, false};
     Property<WindowState> State{*this, WindowState::Normal};
     /// The window's ground, 0x00BBGGRR; a form without a frame shows brushed metal instead.
@@ -63,6 +65,9 @@ public:
     std::function<void(const MouseEvent&)> MouseUp;
     /// A key that makes a character, as its code point.
     std::function<void(char32_t)> KeyPress;
+    /// The window has been minimised or is back; `State` tells which. Comes once a change, whoever
+    /// made it.
+    std::function<void()> Resize;
     /// The window manager or the session asks the window to close. Unset: the form is hidden.
     std::function<void()> QueryClose;
 

@@ -7,40 +7,60 @@ namespace velmo::controls {
 
 namespace {
 
-template<class Rows>
-auto Place(Rows& rows, std::size_t index)
+RowTexts TextsOf(const PlaylistEntry& entry)
 {
-    return rows.begin() + static_cast<typename Rows::difference_type>(index);
+    return {.Text = entry.Text, .Length = entry.Length, .Path = entry.Path};
 }
 
 } // namespace
 
-ListRows::ListRows(Form& form, std::string name, Bounds bounds)
+ListRows::ListRows(Form& form, std::string name, Bounds bounds, std::size_t visibleRows)
     : Control(form, ControlKind::ListRows, std::move(name), bounds)
+    , m_viewport{.rows = visibleRows}
 {}
 
 std::size_t ListRows::Count() const
 {
-    return m_rows.size();
+    return m_rows.Count();
 }
 
-const PlaylistEntry& ListRows::Row(std::size_t row) const
+PlaylistEntry ListRows::Row(std::size_t row) const
 {
-    return m_rows[IndexOf(row)];
+    const RowTexts texts = Texts(row);
+    return {std::string(texts.Text), std::string(texts.Length), std::string(texts.Path)};
 }
 
-void ListRows::SetRow(std::size_t row, PlaylistEntry entry)
+RowTexts ListRows::Texts(std::size_t row) const
 {
-    PlaylistEntry& old = m_rows[IndexOf(row)];
-    if (old == entry)
+    return m_rows.At(IndexOf(row));
+}
+
+void ListRows::SetRow(std::size_t row, const PlaylistEntry& entry)
+{
+    const std::size_t index = IndexOf(row);
+    if (m_rows.At(index) == TextsOf(entry))
         return;
-    old = std::move(entry);
+    m_rows.Set(index, TextsOf(entry));
     PropertyChanged();
 }
 
-void ListRows::Add(PlaylistEntry entry)
+void ListRows::SetText(std::size_t row, std::string_view text)
 {
-    m_rows.push_back(std::move(entry));
+    const std::size_t index = IndexOf(row);
+    if (m_rows.At(index).Text == text)
+        return;
+    m_rows.SetText(index, text);
+    PropertyChanged();
+}
+
+void ListRows::Add(const PlaylistEntry& entry)
+{
+    AddTexts(TextsOf(entry));
+}
+
+void ListRows::AddTexts(const RowTexts& texts)
+{
+    m_rows.Append(texts);
     m_marks.push_back(false);
     if (m_focus == 0)
         m_focus = 1;
@@ -50,21 +70,62 @@ void ListRows::Add(PlaylistEntry entry)
 void ListRows::Remove(std::size_t row)
 {
     const std::size_t index = IndexOf(row);
-    m_rows.erase(Place(m_rows, index));
-    m_marks.erase(Place(m_marks, index));
+    m_rows.Erase(index);
+    m_marks.erase(m_marks.begin() + static_cast<std::ptrdiff_t>(index));
     if (m_focus > row)
         --m_focus;
-    m_focus = std::min(m_focus, m_rows.size());
-    PropertyChanged();
+    RowsWereRemoved();
+}
+
+void ListRows::RemoveMarked()
+{
+    const auto isKept = [](bool marked) { return !marked; };
+    if (std::all_of(m_marks.begin(), m_marks.end(), isKept))
+        return;
+    if (m_focus > 0) {
+        const auto focus = m_marks.begin() + static_cast<std::ptrdiff_t>(m_focus - 1);
+        m_focus = static_cast<std::size_t>(std::count_if(m_marks.begin(), focus, isKept)) + 1;
+    }
+    m_rows.EraseMarked(m_marks);
+    m_marks.assign(m_rows.Count(), false);
+    RowsWereRemoved();
 }
 
 void ListRows::Clear()
 {
-    if (m_rows.empty())
+    if (Count() == 0)
         return;
-    m_rows.clear();
+    m_rows.Clear();
     m_marks.clear();
-    m_focus = 0;
+    RowsWereRemoved();
+}
+
+void ListRows::SwapContent(std::size_t first, std::size_t second)
+{
+    const std::size_t firstIndex = IndexOf(first);
+    const std::size_t secondIndex = IndexOf(second);
+    if (first == second)
+        return;
+    m_rows.Swap(firstIndex, secondIndex);
+    PropertyChanged();
+}
+
+void ListRows::Reorder(const std::vector<std::size_t>& order)
+{
+    std::vector<std::size_t> indexes;
+    std::vector<bool> marks;
+    indexes.reserve(order.size());
+    marks.reserve(order.size());
+    std::size_t focus = 0;
+    for (const std::size_t row : order) {
+        indexes.push_back(IndexOf(row));
+        marks.push_back(m_marks[indexes.back()]);
+        if (row == m_focus)
+            focus = indexes.size();
+    }
+    m_rows.Reorder(indexes);
+    m_marks = std::move(marks);
+    m_focus = focus;
     PropertyChanged();
 }
 
@@ -96,12 +157,38 @@ std::size_t ListRows::SelectedEntry() const
     return m_focus;
 }
 
+std::size_t ListRows::FirstVisibleEntry() const
+{
+    return Count() == 0 ? 0 : m_viewport.first;
+}
+
+void ListRows::EnsureVisible(std::size_t row)
+{
+    const std::size_t before = m_viewport.first;
+    m_viewport.EnsureVisible(IndexOf(row) + 1);
+    if (m_viewport.first != before)
+        PropertyChanged();
+}
+
+std::size_t ListRows::VisibleRows() const
+{
+    return m_viewport.rows;
+}
+
 std::size_t ListRows::IndexOf(std::size_t row) const
 {
-    if (row == 0 || row > m_rows.size())
+    if (row == 0 || row > Count())
         throw std::out_of_range("row " + std::to_string(row) + " of a list of "
-                                + std::to_string(m_rows.size()));
+                                + std::to_string(Count()));
     return row - 1;
+}
+
+/// Holds focus and view in what is left of the list.
+void ListRows::RowsWereRemoved()
+{
+    m_focus = std::min(m_focus, Count());
+    m_viewport.HoldIn(Count());
+    PropertyChanged();
 }
 
 } // namespace velmo::controls

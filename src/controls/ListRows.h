@@ -1,9 +1,10 @@
 #pragma once
 
 #include "Control.h"
+#include "ListViewport.h"
+#include "RowStore.h"
 
 #include <cstddef>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -24,19 +25,34 @@ struct PlaylistEntry
 class ListRows final : public Control
 {
 public:
-    ListRows(Form& form, std::string name, Bounds bounds);
+    /// `visibleRows` rows are seen at once.
+    ListRows(Form& form, std::string name, Bounds bounds, std::size_t visibleRows = 32);
 
     std::size_t Count() const;
-    const PlaylistEntry& Row(std::size_t row) const;
+    /// A copy of the row.
+    PlaylistEntry Row(std::size_t row) const;
+    /// The row's own texts; they last until the row changes or goes.
+    RowTexts Texts(std::size_t row) const;
     /// Replaces the row's content; mark and focus stay.
-    void SetRow(std::size_t row, PlaylistEntry entry);
+    void SetRow(std::size_t row, const PlaylistEntry& entry);
+    /// Replaces the first of the row's texts; `text` may be a piece of it.
+    void SetText(std::size_t row, std::string_view text);
 
     /// Adds behind the last row, unmarked. The first row of an empty list gets the focus.
-    void Add(PlaylistEntry entry);
+    void Add(const PlaylistEntry& entry);
+    void AddTexts(const RowTexts& texts);
     /// Takes the row away. If it had the focus, the row that takes its place gets it, else the last
     /// one; otherwise the focus stays with its row's content.
     void Remove(std::size_t row);
+    /// `Remove` of every marked row, in one pass.
+    void RemoveMarked();
     void Clear();
+
+    /// Exchanges what two rows hold; marks and focus stay where they are.
+    void SwapContent(std::size_t first, std::size_t second);
+    /// The row `order[i - 1]` becomes row i, with its mark; the focus goes with its row. `order`
+    /// holds every row once.
+    void Reorder(const std::vector<std::size_t>& order);
 
     bool IsMarked(std::size_t row) const;
     /// Sets the selection mark and moves the focus to the row.
@@ -47,15 +63,21 @@ public:
     /// The row with the focus, 0 if there is none.
     std::size_t SelectedEntry() const;
 
-    /// Scrolls so that the row can be seen. Set by what shows the list; unset while nothing does.
-    std::function<void(std::size_t row)> EnsureVisible;
+    /// The row at the top of the view; 0 if the list is empty.
+    std::size_t FirstVisibleEntry() const;
+    /// Scrolls the least that brings the row into view.
+    void EnsureVisible(std::size_t row);
+    /// How many rows are seen at once.
+    std::size_t VisibleRows() const;
 
 private:
     std::size_t IndexOf(std::size_t row) const;
+    void RowsWereRemoved();
 
-    std::vector<PlaylistEntry> m_rows;
+    RowStore m_rows;
     std::vector<bool> m_marks; ///< apart, so that clearing a million of them touches little memory
     std::size_t m_focus = 0;
+    ListViewport m_viewport;
 };
 
 } // namespace velmo::controls

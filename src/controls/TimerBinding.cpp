@@ -31,7 +31,8 @@ TimerBinding::~TimerBinding()
 
 void TimerBinding::Follow()
 {
-    const int wantedMs = m_timer.Enabled ? std::max(m_timer.Interval.Get(), 0) : 0;
+    const bool runs = m_timer.Enabled && m_timer.Interval > 0;
+    const int wantedMs = runs ? std::max(m_timer.Interval.Get(), m_timer.LeastMs.Get()) : 0;
     if (wantedMs == m_runningMs)
         return;
     m_runningMs = wantedMs;

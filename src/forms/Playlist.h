@@ -3,6 +3,7 @@
 #include "controls/Controls.h"
 #include "controls/Form.h"
 #include "controls/ListRows.h"
+#include "controls/ScrollBar.h"
 
 namespace velmo::forms {
 
@@ -13,6 +14,7 @@ public:
     Playlist();
 
     controls::ListRows pl;
+    controls::ScrollBar scBar;
     controls::Timer tmrInfo; ///< the title reader's
 };
 

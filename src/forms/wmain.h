@@ -2,6 +2,7 @@
 
 #include "controls/Controls.h"
 #include "controls/Form.h"
+#include "controls/Picture.h"
 
 namespace velmo::forms {
 
@@ -11,16 +12,29 @@ class wmain final : public controls::Form
 public:
     wmain();
 
+    /// Hides the window and puts back what its controls showed before its load first ran.
+    void Unload();
+
     controls::Label lblBlackBG1; ///< dark ground of the right half of the display
     controls::Label lblBlackBG2; ///< dark ground of the lower row
     controls::Label lblTime;
     controls::Label lblSongName;
+    controls::Picture picVisualisation; ///< the sound, live
     controls::Image imgMinimize;
     controls::Image imgClose;
     controls::Image imgPositionBar;
     controls::Image imgPositionTicker;
-    controls::Timer tmrBASS;   ///< the playback monitor's
-    controls::Timer tmrScroll; ///< moves the title on
+    controls::Image imgBack;
+    controls::Image imgPlay;
+    controls::Image imgPause;
+    controls::Image imgStop;
+    controls::Image imgOpen;
+    controls::Image imgNext;
+    controls::Image imgVolumeBar;
+    controls::Image imgVolumeTicker;
+    controls::Timer tmrSpectrum; ///< draws `picVisualisation`
+    controls::Timer tmrBASS;     ///< the playback monitor's
+    controls::Timer tmrScroll;   ///< moves the title on
 };
 
 } // namespace velmo::forms

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <stdexcept>
+#include <string_view>
 
 namespace velmo::controls {
 namespace {
@@ -96,6 +97,81 @@ TEST(ListRows, RemovingTouchesNoMarkOfAnotherRow)
     EXPECT_EQ(Texts(form.rows), "1* 3* 4 5* ");
 }
 
+TEST(ListRows, RemovingTheMarkedOnesIsRemovingOneByOne)
+{
+    constexpr const char* Marks[] = {".....", "x....", "....x", ".xxx.", "...xx", ".x.xx", "xxxxx"};
+    for (const std::string_view marked : Marks) {
+        ListForm atOnce;
+        ListForm oneByOne;
+        for (ListForm* form : {&atOnce, &oneByOne}) {
+            Fill(form->rows, 5);
+            for (std::size_t row = 1; row <= marked.size(); ++row)
+                if (marked[row - 1] == 'x')
+                    form->rows.Mark(row);
+        }
+        atOnce.rows.RemoveMarked();
+        for (std::size_t row = 1; row <= oneByOne.rows.Count();)
+            if (oneByOne.rows.IsMarked(row))
+                oneByOne.rows.Remove(row);
+            else
+                ++row;
+        EXPECT_EQ(Texts(atOnce.rows), Texts(oneByOne.rows));
+        EXPECT_EQ(atOnce.rows.SelectedEntry(), oneByOne.rows.SelectedEntry());
+    }
+}
+
+TEST(ListRows, ATextChangesInPlaceAndLeavesTheOthersAlone)
+{
+    ListForm form;
+    form.rows.Add({.Text = "12. title", .Length = "01:00", .Path = "/m/a"});
+    form.rows.SetText(1, form.rows.Texts(1).Text.substr(4)); // a piece of itself
+    EXPECT_EQ(form.rows.Row(1), (PlaylistEntry{"title", "01:00", "/m/a"}));
+    for (const char* text : {"7. title", "a title that is longer than there is room for", ""}) {
+        form.rows.SetText(1, text);
+        EXPECT_EQ(form.rows.Row(1), (PlaylistEntry{text, "01:00", "/m/a"}));
+    }
+}
+
+TEST(ListRows, AnOrderTakesMarksAndFocusAlongAndASwapDoesNot)
+{
+    ListForm form;
+    Fill(form.rows, 4);
+    form.rows.Mark(4);
+    form.rows.Mark(1);
+    form.rows.Reorder({3, 1, 4, 2});
+    EXPECT_EQ(Texts(form.rows), "3 1* 4* 2 ");
+    EXPECT_EQ(form.rows.SelectedEntry(), 2U);
+    form.rows.SwapContent(1, 2);
+    EXPECT_EQ(Texts(form.rows), "1 3* 4* 2 ");
+    EXPECT_EQ(form.rows.SelectedEntry(), 2U);
+}
+
+TEST(ListRows, TheViewScrollsTheLeastAndStaysInTheList)
+{
+    ListForm form;
+    EXPECT_EQ(form.rows.FirstVisibleEntry(), 0U);
+    Fill(form.rows, 100);
+    const std::pair<std::size_t, std::size_t> steps[] = {
+        {32,  1 },
+        {33,  2 },
+        {2,   2 },
+        {1,   1 },
+        {100, 69},
+        {70,  69},
+        {50,  50},
+        {100, 69},
+    };
+    for (const auto& [row, first] : steps) {
+        form.rows.EnsureVisible(row);
+        EXPECT_EQ(form.rows.FirstVisibleEntry(), first) << row;
+    }
+    form.rows.Remove(1);
+    EXPECT_EQ(form.rows.FirstVisibleEntry(), 68U) << "the last row stays at the bottom";
+    form.rows.Clear();
+    Fill(form.rows, 1);
+    EXPECT_EQ(form.rows.FirstVisibleEntry(), 1U);
+}
+
 TEST(ListRows, ClearingTakesTheFocusAndTheNextRowGetsIt)
 {
     ListForm form;
@@ -117,6 +193,8 @@ TEST(ListRows, RowsOutsideTheListAreAnErrorAndChangeNothing)
     for (const std::size_t row : {std::size_t{0}, std::size_t{3}}) {
         EXPECT_THROW(form.rows.Row(row), std::out_of_range);
         EXPECT_THROW(form.rows.SetRow(row, {}), std::out_of_range);
+        EXPECT_THROW(form.rows.EnsureVisible(row), std::out_of_range);
+        EXPECT_THROW(form.rows.SwapContent(1, row), std::out_of_range);
         EXPECT_THROW(form.rows.Remove(row), std::out_of_range);
         EXPECT_THROW(form.rows.Mark(row), std::out_of_range);
         EXPECT_THROW(form.rows.IsMarked(row), std::out_of_range);

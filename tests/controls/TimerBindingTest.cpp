@@ -69,6 +69,19 @@ TEST_F(TimerBindingTest, IntervalsOfZeroOrBelowNeverTick)
     EXPECT_EQ(TicksIn(20), 2);
 }
 
+TEST_F(TimerBindingTest, NoTickComesSoonerThanTheLeastTime)
+{
+    form.timer.LeastMs = 10;
+    EXPECT_EQ(TicksIn(300), 3) << "longer intervals stay";
+    form.timer.Interval = 1;
+    EXPECT_EQ(TicksIn(100), 10);
+    form.timer.Interval = 0;
+    EXPECT_EQ(TicksIn(100), 0);
+    form.timer.Interval = 1;
+    form.timer.LeastMs = 0;
+    EXPECT_EQ(TicksIn(100), 100);
+}
+
 TEST_F(TimerBindingTest, OtherPropertiesDoNotDisturbTheInterval)
 {
     EXPECT_EQ(TicksIn(60), 0);
