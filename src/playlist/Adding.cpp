@@ -1,58 +1,50 @@
 #include "Adding.h"
 
-#include "EntryText.h"
+#include "ListFile.h"
 
 #include "core/PathRules.h"
 #include "core/RunError.h"
 #include "core/SettingsKeys.h"
 #include "core/TextRules.h"
 
-#include <algorithm>
+#include <cstdio>
 
 namespace velmo {
 
 namespace {
 
-/// The extensions that the engine's own decoders open.
-std::vector<std::string> BuiltInExtensions()
+/// A drive as it is written without a folder, such as "D:" or "D:\".
+bool IsDrive(const std::string& path)
 {
-    return {"wav",
-            "aif",
-            "mp3",
-            "mp2",
-            "mp1",
-            "ogg",
-            "mo3",
-            "xm",
-            "mod",
-            "s3m",
-            "it",
-            "mtm",
-            "umx",
-            "flac"};
+    constexpr std::size_t LongestDrive = 3;
+    const std::size_t length = CountCharacters(path);
+    return length > 1 && length <= LongestDrive && path[CharacterAt(path, 0).length] == ':';
 }
 
 } // namespace
 
-Adding::Adding(forms::Playlist& playlist, modTags& tags, modINI& settings, ports::Files& files)
-    : m_playlist(playlist)
-    , m_tags(tags)
+Adding::Adding(AddingModules modules,
+               forms::Playlist& playlist,
+               modINI& settings,
+               ports::Files& files)
+    : m_modules(modules)
+    , m_playlist(playlist)
     , m_settings(settings)
     , m_files(files)
 {}
 
 void Adding::AddPath(const std::string& path)
 {
-    if (path.empty())
+    if (path.empty()) {
+        LoadAtStart();
         return;
-    if (m_files.IsDirectory(path))
-        AddFolder(path);
-    else if (!FileExists(path, m_files))
-        throw RunError(RunError::FileNotFound, "File not found: " + path);
-    else if (HasKnownExtension(path, BuiltInExtensions()))
-        AddFile(path);
+    }
+    if (!AddNamed(path))
+        return;
     if (m_playlist.pl.Count() > 0)
         m_playlist.pl.Mark(1);
+    m_modules.list.SaveInternalList();
+    m_modules.list.UpdateListScrollBar();
 }
 
 void Adding::EnqueueFromCommandLine(const std::string& path)
@@ -64,46 +56,81 @@ void Adding::EnqueueFromCommandLine(const std::string& path)
     if (replaces)
         m_playlist.pl.Clear();
     AddPath(path);
+    m_modules.ordering.SortIfWanted(m_settings);
     if (m_playlist.pl.Count() > 0 && replaces) {
-        m_playlist.pl.DeselectAll();
+        m_modules.list.DeselectAllEntries();
         m_playlist.pl.Mark(1);
     }
+    m_modules.list.SaveInternalList();
+}
+
+void Adding::pl_Drop(const std::vector<std::string>& paths)
+{
+    const std::size_t countBefore = m_playlist.pl.Count();
+    for (const std::string& path : paths) {
+        if (path.empty())
+            continue;
+        try {
+            AddPath(path);
+        } catch (const RunError& error) {
+            static_cast<void>(std::fprintf(stderr, "velmo: %s\n", error.what()));
+        }
+    }
+    m_modules.ordering.FinishAdding(countBefore, m_settings);
+}
+
+/// False if the path was a list with a foreign header.
+bool Adding::AddNamed(const std::string& path)
+{
+    constexpr std::size_t ListNameEnd = 3;
+    if (const auto format = FormatOfExtension(LastCharacters(path, ListNameEnd)))
+        return ReadListFile(*format, path, m_files, ReadEntryStyle(m_settings), m_playlist.pl);
+    if (m_files.IsDirectory(path) || IsDrive(path))
+        AddFolder(path);
+    else if (FileExists(path, m_files))
+        AddFile(path);
+    else
+        throw RunError(RunError::FileNotFound, "File not found: " + path);
+    return true;
 }
 
 void Adding::AddFolder(const std::string& path)
 {
+    const AddingOptions options = ReadAddingOptions(m_settings);
+    const std::size_t countBefore = m_playlist.pl.Count();
+    // Kept: what the last caller left counts, even if plugins have come or gone since.
+    if (m_modules.filter.KnownExtensions.empty())
+        m_modules.filter.BuildExtensionFilter();
     const bool recursive =
         IsTrue(m_settings.ReadSetting(sections::Options, keys::RecureLocation, "True"));
-    for (const std::string& file : m_files.Walk(EnsureTrailingBackslash(path), recursive))
-        if (HasKnownExtension(file, BuiltInExtensions()))
-            AddFile(file);
+    for (std::string& file : m_files.Walk(EnsureTrailingBackslash(path), recursive)) {
+        if (!HasKnownExtension(file, m_modules.filter.KnownExtensions))
+            continue;
+        if (options.readsOnLoad)
+            m_modules.entries.NormaliseFound(file);
+        m_modules.entries.AddFound(std::move(file), options);
+    }
+    if (m_modules.list.ReadsTitlesOnDisplay())
+        m_modules.list.StartTitleReader(countBefore);
 }
 
-void Adding::AddFile(std::string path)
+void Adding::AddFile(const std::string& path)
 {
-    const std::string title = EntryTitle(path);
-    m_playlist.pl.Add({.Text = title, .Length = {}, .Path = path});
-    if (EqualsIgnoringCase(m_settings.ReadSetting(sections::Options, keys::ReadTitlesOn, "display"),
-                           "display"))
-        m_playlist.tmrInfo.Enabled = true;
+    const AddingOptions options = ReadAddingOptions(m_settings);
+    m_modules.filter.BuildExtensionFilter();
+    if (!HasKnownExtension(path, m_modules.filter.KnownExtensions))
+        return;
+    m_modules.entries.AddNamed(path, options);
+    if (m_modules.list.ReadsTitlesOnDisplay())
+        m_modules.list.StartTitleReader(m_playlist.pl.Count() - 1);
 }
 
-std::string Adding::EntryTitle(std::string& path)
+void Adding::LoadAtStart()
 {
-    std::string title = m_tags.FileNameTitle(path);
-    if (IsTrue(m_settings.ReadSetting(sections::Display, keys::ShowNumbersInPL, "True")))
-        title = std::to_string(m_playlist.pl.Count() + 1) + ". " + title;
-    return ConvertedTitle(std::move(title), m_settings);
-}
-
-bool HasKnownExtension(const std::string& name, const std::vector<std::string>& extensions)
-{
-    const std::size_t dot = name.rfind('.');
-    const std::string extension = dot == std::string::npos ? name : name.substr(dot + 1);
-    return extensions.empty()
-           || std::any_of(extensions.begin(), extensions.end(), [&](const std::string& known) {
-                  return EqualsIgnoringCase(known, extension);
-              });
+    m_modules.list.LoadInternalList();
+    if (m_playlist.pl.Count() > 0)
+        m_playlist.pl.Mark(1);
+    m_modules.list.SaveInternalList();
 }
 
 } // namespace velmo

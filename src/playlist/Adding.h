@@ -1,6 +1,9 @@
 #pragma once
 
-#include "modTags.h"
+#include "EntryMaker.h"
+#include "MediaFilter.h"
+#include "Ordering.h"
+#include "modPlaylist.h"
 
 #include "core/modINI.h"
 #include "forms/Playlist.h"
@@ -11,34 +14,46 @@
 
 namespace velmo {
 
-/// The doors by which paths from outside reach the list.
+/// The modules that adding works with.
+struct AddingModules
+{
+    modPlaylist& list;
+    EntryMaker& entries;
+    MediaFilter& filter;
+    Ordering& ordering;
+};
+
+/// The doors by which paths from outside reach the list. User-interface thread only.
 class Adding
 {
 public:
-    Adding(forms::Playlist& playlist, modTags& tags, modINI& settings, ports::Files& files);
+    Adding(AddingModules modules, forms::Playlist& playlist, modINI& settings, ports::Files& files);
 
-    /// Adds a file, or the known files of a folder, behind the last row, and marks row 1. What is
-    /// added wakes the title reader in mode "display". An empty path adds nothing. Raises a
-    /// `RunError` if there is no such path.
+    /// Adds what the path names behind the last row: the entries of a list file (by its last three
+    /// characters), the known files of a folder, or a file of a known extension. Then row 1 is
+    /// marked and the list saved. An empty path loads the internal list instead. A list with a
+    /// foreign header ends it silently, without mark and save. Raises a `RunError` if there is no
+    /// such path, or if a list can't be read or ends within an entry. Never sorts.
     void AddPath(const std::string& path);
 
     /// The path that another process hands over. Joins the end of the list, or replaces the list if
-    /// the settings say so.
+    /// the settings say so. An empty path does nothing. Raises what `AddPath` raises.
     void EnqueueFromCommandLine(const std::string& path);
 
-private:
-    void AddFolder(const std::string& path);
-    void AddFile(std::string path);
-    std::string EntryTitle(std::string& path);
+    /// Files and folders that were dropped on `pl`, in their order. One that can't be added is
+    /// passed over with a line on stderr.
+    void pl_Drop(const std::vector<std::string>& paths);
 
+private:
+    bool AddNamed(const std::string& path);
+    void AddFolder(const std::string& path);
+    void AddFile(const std::string& path);
+    void LoadAtStart();
+
+    AddingModules m_modules;
     forms::Playlist& m_playlist;
-    modTags& m_tags;
     modINI& m_settings;
     ports::Files& m_files;
 };
-
-/// Whether the text behind the last "." of `name` (all of it if there is none) is one of
-/// `extensions`, ignoring case. An empty list passes everything.
-bool HasKnownExtension(const std::string& name, const std::vector<std::string>& extensions);
 
 } // namespace velmo

@@ -7,6 +7,7 @@
 #include "core/PathRules.h"
 #include "core/TextRules.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace velmo {
@@ -25,8 +26,16 @@ std::string JoinArtistAndTitle(const std::string& artist, const std::string& tit
     if (text.starts_with(" -"))
         text.erase(0, 3);
     if (text.ends_with("- "))
-        text.erase(text.size() - 3);
+        text.erase(text.size() - std::min<std::size_t>(text.size(), 3));
     return text;
+}
+
+/// The name without its last four characters; nothing if it has no more than these.
+std::string WithoutExtension(const std::string& name)
+{
+    constexpr std::size_t CutCharacters = 4;
+    const std::size_t count = CountCharacters(name);
+    return count > CutCharacters ? FirstCharacters(name, count - CutCharacters) : std::string();
 }
 
 } // namespace
@@ -53,38 +62,72 @@ std::string modTags::MakeTagTitle(DWORD channel)
 
 std::string modTags::FileNameTitle(std::string& path)
 {
-    constexpr std::size_t CutCharacters = 4;
     if (path.empty())
         return {};
     // A location can't be searched for; it stays as it is.
     if (path.find("://") == std::string::npos)
         path = EnsureTrailingBackslash(FileDirectory(path, m_files)) + m_files.DirSearch(path);
+    return WithoutExtension(SplitPath(path).name);
+}
+
+std::string modTags::FoundFileTitle(std::string& path)
+{
     const std::string name = SplitPath(path).name;
-    const std::size_t count = CountCharacters(name);
-    return count > CutCharacters ? FirstCharacters(name, count - CutCharacters) : std::string();
+    path = EnsureTrailingBackslash(FileDirectory(path, m_files)) + name;
+    return WithoutExtension(name);
 }
 
 std::string modTags::ReadFileTitle(std::string& path)
 {
     const DWORD channel = OpenForReading(path);
-    std::string title;
-    try {
-        title = MakeTagTitle(channel);
-    } catch (...) {
-        Close(channel);
-        throw;
-    }
+    const std::string title = TitleOrClose(channel);
     Close(channel);
     return title.empty() ? FileNameTitle(path) : title;
+}
+
+bool modTags::ReadFileTitleAndLength(const std::string& path,
+                                     std::string& title,
+                                     std::string& length)
+{
+    title.clear();
+    length.clear();
+    const DWORD channel = OpenForReading(path);
+    if (channel == 0)
+        return false;
+    title = TitleOrClose(channel);
+    if (title.empty()) {
+        std::string copy = path; // the caller's path stays as it is
+        title = FileNameTitle(copy);
+    }
+    length = LengthText(channel);
+    m_bass.BASS_ChannelStop(channel);
+    Close(channel);
+    return true;
 }
 
 std::string modTags::ReadFileLength(const std::string& path)
 {
     const DWORD channel = OpenForReading(path);
-    const double seconds =
-        m_bass.BASS_ChannelBytes2Seconds(channel, m_bass.BASS_ChannelGetLength(channel, 0));
+    std::string length = LengthText(channel);
     Close(channel);
-    return FormatSeconds(RoundHalfEven(seconds));
+    return length;
+}
+
+std::string modTags::LengthText(DWORD channel) const
+{
+    const QWORD bytes = m_bass.BASS_ChannelGetLength(channel, 0);
+    return FormatSeconds(RoundHalfEven(m_bass.BASS_ChannelBytes2Seconds(channel, bytes)));
+}
+
+/// `MakeTagTitle`; a failure of it closes the channel before it travels on.
+std::string modTags::TitleOrClose(DWORD channel)
+{
+    try {
+        return MakeTagTitle(channel);
+    } catch (...) {
+        Close(channel);
+        throw;
+    }
 }
 
 DWORD modTags::OpenForReading(const std::string& path)

@@ -29,8 +29,14 @@ public:
     /// it is.
     std::string FileNameTitle(std::string& path);
 
+    /// `FileNameTitle` of a path that a walk has just found, without looking for it again.
+    std::string FoundFileTitle(std::string& path);
+
     /// `MakeTagTitle` of the file, else `FileNameTitle`, which rewrites `path`.
     std::string ReadFileTitle(std::string& path);
+
+    /// Title and length in one opening. False, and both empty, if the file can't be opened.
+    bool ReadFileTitleAndLength(const std::string& path, std::string& title, std::string& length);
 
     /// The file's length as `FormatSeconds` shows it; "59:-01" if it can't be opened.
     std::string ReadFileLength(const std::string& path);
@@ -38,6 +44,8 @@ public:
 private:
     DWORD OpenForReading(const std::string& path);
     void Close(DWORD channel) const;
+    std::string LengthText(DWORD channel) const;
+    std::string TitleOrClose(DWORD channel);
 
     const modBass& m_bass;
     TagLibrary& m_tags;

@@ -1,89 +1,152 @@
-#include "playlist/TitleReader.h"
-#include "support/FakePlayer.h"
+#include "ListFixture.h"
+
+#include "playlist/frmAddLocation.h"
 
 #include <gmock/gmock.h>
 
 namespace velmo {
 namespace {
 
+using ::testing::ElementsAre;
+
 class AddPath : public ::testing::Test
 {
 protected:
     AddPath()
     {
-        for (const char* path : {"/m/a_b.mp3", "/m/notes.txt", "/m/sub/cd.XM", "/m/d.flac"})
+        for (const char* path : {"/m/a_b.mp3", "/m/notes.txt", "/m/sub/cd.XM", "/m/d.wave.wav"})
             m_player.files.files[path] = "";
-        m_player.files.directories = {"/m"};
+        m_player.files.directories = {"/m", "/my.m3u"};
     }
 
-    std::vector<std::string> Texts() const
-    {
-        std::vector<std::string> texts;
-        for (std::size_t row = 1; row <= m_player.playlist.pl.Count(); ++row)
-            texts.push_back(m_player.playlist.pl.Row(row).Text);
-        return texts;
-    }
-
-    test::FakePlayer m_player;
+    test::ListFixture m_player;
+    controls::Timer& m_timer = m_player.playlist.tmrInfo;
 };
 
 TEST_F(AddPath, FilesOfKnownKindsJoinTheEndAndRowOneIsMarked)
 {
-    using ::testing::ElementsAre;
     m_player.adding.AddPath("/m/notes.txt");
-    EXPECT_FALSE(m_player.playlist.tmrInfo.Enabled) << "nothing was added";
-    m_player.settings.WriteSetting("Options", "ReadTitlesOn", "play");
-    m_player.adding.AddPath("/m/d.flac");
-    EXPECT_FALSE(m_player.playlist.tmrInfo.Enabled) << "the reader belongs to mode display";
-    m_player.playlist.pl.Clear();
-    m_player.settings.WriteSetting("Options", "ReadTitlesOn", "Display");
-    m_player.adding.AddPath("/m/d.flac");
-    EXPECT_TRUE(m_player.playlist.tmrInfo.Enabled);
-    m_player.settings.WriteSetting("Options", "ConvertUnderscore", "True");
+    EXPECT_FALSE(m_timer.Enabled) << "nothing was added";
+    EXPECT_EQ(m_player.Saved(), "#ZVL20#Internal playlist\r\n");
+    m_player.Set("Options", "ReadTitlesOn", "play");
+    m_player.adding.AddPath("/m/d.wave.wav");
+    EXPECT_FALSE(m_timer.Enabled) << "the reader belongs to mode display";
+    m_player.Set("Options", "ReadTitlesOn", "Display");
+    m_player.adding.AddPath("/m/a_b.mp3");
+    EXPECT_TRUE(m_timer.Enabled);
+    EXPECT_EQ(m_player.list.TitleReadCursor, 1);
+    m_player.Set("Options", "ConvertUnderscore", "True");
     m_player.adding.AddPath("/m");
-    m_player.settings.WriteSetting("Options", "RecureLocation", "False");
-    m_player.settings.WriteSetting("Display", "ShowNumbersInPL", "False");
+    EXPECT_EQ(m_player.list.TitleReadCursor, 2);
+    m_player.Set("Options", "RecureLocation", "False");
+    m_player.Set("Display", "ShowNumbersInPL", "False");
     m_player.adding.AddPath("/m");
-    m_player.adding.AddPath("/m/notes.txt");
-    m_player.adding.AddPath("");
-    EXPECT_THAT(Texts(), ElementsAre("1. d.", "2. a b", "3. d.", "4. c", "a b", "d."));
-    EXPECT_TRUE(m_player.playlist.pl.IsMarked(1));
-    EXPECT_EQ(m_player.playlist.pl.SelectedEntry(), 1U);
+    EXPECT_THAT(
+        m_player.Texts(),
+        ElementsAre("1. d.wave*", "2. a_b", "3. a b", "4. d.wave", "5. c", "a b", "d.wave"));
+    EXPECT_THAT(m_player.Saved(), ::testing::EndsWith("\r\nd.wave\r\n0#/m/d.wave.wav\r\n"));
+    EXPECT_EQ(m_player.playlist.scBar.Max, 7 - 31);
     EXPECT_THROW(m_player.adding.AddPath("/gone.mp3"), RunError);
+    EXPECT_THROW(m_player.adding.AddPath("http://radio/"), RunError);
+    m_player.adding.AddPath("D:");
+    EXPECT_EQ(m_player.playlist.pl.Count(), 7U) << "a drive without a map holds nothing";
+}
+
+TEST_F(AddPath, WhatAFolderGivesGoesByTheExtensionsOfTheLastCaller)
+{
+    m_player.mediaFilter.KnownExtensions = {"txt"};
+    m_player.adding.AddPath("/m");
+    EXPECT_THAT(m_player.Texts(), ElementsAre("1. notes*"));
+}
+
+TEST_F(AddPath, ListsAreReadByTheirLastThreeCharacters)
+{
+    m_player.files.files["/l/x.ZVL"] = "#ZVL20#\r\na_b\r\n61#/m/a\r\n";
+    m_player.files.files["/l/m3u"] = "#EXTM3U\n#EXTINF:61,b\nb\n";
+    m_player.files.files["/l/x.pls"] = "[playlist]\nFile1=c\nTitle1=c\nNumberOfEntries=1\n";
+    m_player.files.files["/l/bad.pls"] = "File1=c\nNumberOfEntries=1\n";
+    m_player.files.files["/l/odd.zvl"] = "#ZVL20#\r\nd\r\n1#/m/d\r\ne";
+    m_player.Set("Options", "ConvertUnderscore", "True");
+    for (const char* path : {"/l/x.ZVL", "/l/m3u", "/l/x.pls"})
+        m_player.adding.AddPath(path);
+    EXPECT_THAT(m_player.Texts(), ElementsAre("1. a_b*", "2. b", "3. c"));
+    EXPECT_FALSE(m_timer.Enabled);
+    m_player.playlist.pl.DeselectAll();
+    const std::string saved = m_player.Saved();
+    m_player.adding.AddPath("/l/bad.pls");
+    EXPECT_THROW(m_player.adding.AddPath("/l/odd.zvl"), RunError);
+    EXPECT_THROW(m_player.adding.AddPath("/my.m3u"), RunError) << "a folder of that name";
+    EXPECT_THAT(m_player.Texts(), ElementsAre("1. a_b", "2. b", "3. c", "4. d", "5. e"));
+    EXPECT_EQ(m_player.Saved(), saved);
+}
+
+TEST_F(AddPath, ModeLoadOpensFilesAndLengthsMayStayAway)
+{
+    m_player.AddSound("/m/a_b.mp3", {.seconds = 61});
+    m_player.tagLibrary.formatTags["/m/a_b.mp3 %TITL"] = "T_1";
+    m_player.Set("Options", "ReadTitlesOn", "LOAD");
+    m_player.Set("Options", "ConvertUnderscore", "True");
+    m_player.adding.AddPath("/m/a_b.mp3");
+    m_player.adding.AddPath("/m/d.wave.wav"); // can't be opened
+    m_player.Set("Options", "ShowLengthInPL", "False");
+    m_player.adding.AddPath("/m");
+    EXPECT_THAT(m_player.Texts(), ElementsAre("1. T 1*", "2. ", "3. T 1", "4. d.wave", "5. c"));
+    EXPECT_EQ(m_player.playlist.pl.Row(1).Length, "01:01");
+    EXPECT_EQ(m_player.playlist.pl.Row(3).Length, "");
+    EXPECT_FALSE(m_timer.Enabled);
+}
+
+TEST_F(AddPath, AnEmptyPathBringsTheInternalListBack)
+{
+    m_player.files.files["/app/list.zvl"] = "#ZVL20#Mine\r\nA\r\n1#/gone\r\n";
+    m_player.adding.AddPath("");
+    EXPECT_THAT(m_player.Texts(), ElementsAre("1. A*"));
+    EXPECT_EQ(m_player.Saved(), "#ZVL20#Internal playlist\r\nA\r\n1#/gone\r\n");
 }
 
 TEST_F(AddPath, AHandedOverFileReplacesTheListOnlyIfTheSettingsSaySo)
 {
-    m_player.adding.EnqueueFromCommandLine("/m/d.flac");
+    m_player.Set("Options", "SortListOnLoad", "True");
+    m_player.adding.EnqueueFromCommandLine("/m/d.wave.wav");
     m_player.adding.EnqueueFromCommandLine("/m/a_b.mp3");
-    EXPECT_EQ(m_player.playlist.pl.Count(), 2U);
-    m_player.settings.WriteSetting("Files", "EnqueueAsDefaultAction", "FALSE");
+    m_player.adding.EnqueueFromCommandLine("");
+    EXPECT_THAT(m_player.Texts(), ElementsAre("1. a_b", "2. d.wave*"));
+    m_player.Set("Files", "EnqueueAsDefaultAction", "FALSE");
     m_player.adding.EnqueueFromCommandLine("/m/sub/cd.XM");
-    EXPECT_EQ(Texts(), std::vector<std::string>{"1. c"});
+    EXPECT_THAT(m_player.Texts(), ElementsAre("1. c*"));
 }
 
-TEST(TitleReader, TheFirstTickStartsTheFileOfTheCommandLineOnce)
+TEST_F(AddPath, ADropGoesOnBehindWhatCannotBeAdded)
 {
-    struct Starter final : TrackStarter
-    {
-        bool HasChannel() const override { return !started.empty(); }
-        void PlayTrack(const std::string& path) override { started.push_back(path); }
-        std::vector<std::string> started;
-    };
-    Starter starter;
-    forms::Playlist playlist;
-    playlist.pl.Add({.Text = "1. a", .Length = "", .Path = "/m/a.mp3"});
+    m_player.Fill({"1. old"});
+    m_player.adding.pl_Drop({"/gone.mp3", "", "/m/a_b.mp3", "/my.m3u", "/m/sub/cd.XM"});
+    EXPECT_THAT(m_player.Texts(), ElementsAre("1. old*", "2. a_b", "3. c"));
+    EXPECT_EQ(m_player.list.TitleReadCursor, 1) << "the first new row is the next one";
+    m_player.Set("Options", "ReadTitlesOn", "play");
+    m_player.Set("Options", "SortListOnLoad", "true");
+    m_player.adding.pl_Drop({});
+    EXPECT_THAT(m_player.Texts(), ElementsAre("1. a_b", "2. c", "3. old*"));
+}
 
-    TitleReader withoutCommandLine(playlist, starter, "");
-    playlist.tmrInfo.Enabled = true;
-    withoutCommandLine.tmrInfo_Timer();
-    EXPECT_TRUE(starter.started.empty());
-    EXPECT_FALSE(playlist.tmrInfo.Enabled);
-
-    TitleReader reader(playlist, starter, "/m/a.mp3");
-    reader.tmrInfo_Timer();
-    reader.tmrInfo_Timer();
-    EXPECT_EQ(starter.started, std::vector<std::string>{"/m/a.mp3"});
+TEST_F(AddPath, ALocationIsTakenAsTypedAndAlwaysNumbered)
+{
+    forms::frmAddLocation form;
+    frmAddLocation location(form, m_player.playlist, m_player.settings);
+    m_player.Set("Display", "ShowNumbersInPL", "False");
+    location.Open();
+    EXPECT_TRUE(form.Visible);
+    form.txtLocation.Text = std::string("http://radio/");
+    form.txtName.Text = std::string("Radio");
+    location.btnCancel_Click();
+    EXPECT_EQ(m_player.playlist.pl.Count(), 0U);
+    location.Open();
+    location.btnAdd_Click();
+    form.txtLocation.Text = std::string("http://radio/");
+    location.btnAdd_Click();
+    EXPECT_FALSE(form.Visible);
+    EXPECT_EQ(m_player.playlist.pl.Row(1), (controls::PlaylistEntry{"1. ", "", ""}));
+    EXPECT_EQ(m_player.playlist.pl.Row(2), (controls::PlaylistEntry{"2. ", "", "http://radio/"}));
+    EXPECT_FALSE(m_player.files.files.contains("/app/list.zvl"));
 }
 
 } // namespace

@@ -33,5 +33,43 @@ TEST(EntryText, BlanksOfFileNamesBecomeBlanks)
     EXPECT_EQ(ConvertPercent20("%20%20%"), " 20%");
 }
 
+TEST(EntryText, ALeadingNumberGoesWithItsFullStopAndBlank)
+{
+    const std::pair<const char*, const char*> cases[] = {
+        {"12. Some title",        "Some title"     },
+        {"3. 4. Title",           "4. Title"       },
+        {"2001. A Space Odyssey", "A Space Odyssey"},
+        {"100. x",                "x"              },
+        {"5. ",                   ""               },
+        {"007. Bond",             "007. Bond"      },
+        {"12.Bar",                "12.Bar"         },
+        {"12",                    "12"             },
+        {" 1. x",                 " 1. x"          },
+        {"",                      ""               },
+    };
+    for (const auto& [text, stripped] : cases)
+        EXPECT_EQ(StripEntryNumber(text), stripped);
+}
+
+TEST(EntryText, LengthsAreReadAsTheyAreShown)
+{
+    const std::pair<const char*, std::int32_t> cases[] = {
+        {"",         0     },
+        {"00:59",    59    },
+        {"59:59",    3599  },
+        {"01:00:00", 3600  },
+        {"01:07:00", 4020  },
+        {"59:-01",   212340}, // six characters, so hours and minutes
+        {"12",       720   },
+        {"abc",      0     },
+        {"1:2:3:4",  3723  },
+    };
+    for (const auto& [text, seconds] : cases)
+        EXPECT_EQ(ParseLengthText(text), seconds) << text;
+    EXPECT_TRUE(IsUnread("  "));
+    EXPECT_TRUE(IsUnread("00:00"));
+    EXPECT_FALSE(IsUnread("59:-01"));
+}
+
 } // namespace
 } // namespace velmo

@@ -21,6 +21,8 @@ TEST(Tags, OfEachFieldTheLongerTagWinsAndId3v1WhereBothAreAsLong)
         {"ABBA",             "",      "",       "",            "ABBA"                     },
         {"",                 "Title", "",       "",            "Title"                    },
         {"",                 "",      "",       "",            ""                         },
+        {"A-",               "",      "",       "",            "A-"                       },
+        {"",                 "- ",    "",       "",            ""                         },
         {"\xC3\xA9\xC3\xA9", "t",     "abc",    "t",           "abc - t"                  }, // characters count, not bytes
     };
     for (const Case& c : cases) {
@@ -38,6 +40,28 @@ TEST(Tags, OfEachFieldTheLongerTagWinsAndId3v1WhereBothAreAsLong)
         EXPECT_EQ(player.tags.MakeTagTitle(channel), c.expected);
         EXPECT_EQ(player.files.current, "/app/");
     }
+}
+
+TEST(Tags, TitleAndLengthComeFromOneOpening)
+{
+    test::FakePlayer player;
+    player.AddSound("/m/tune.xm", {.seconds = 61.5, .isModule = true});
+    std::string title = "old";
+    std::string length = "old";
+    EXPECT_FALSE(player.tags.ReadFileTitleAndLength("/m/gone.mp3", title, length));
+    EXPECT_EQ(title + length, "") << "no name in place of a title";
+    player.bass.calls.clear();
+    EXPECT_TRUE(player.tags.ReadFileTitleAndLength("/m/tune.xm", title, length));
+    EXPECT_EQ(title, "tun");
+    EXPECT_EQ(length, "01:02");
+    using ::testing::ElementsAre;
+    EXPECT_THAT(player.bass.calls,
+                ElementsAre("BASS_StreamCreateFile /m/tune.xm",
+                            "BASS_StreamCreateURL",
+                            "BASS_MusicLoad /m/tune.xm",
+                            "BASS_ChannelStop 101",
+                            "BASS_StreamFree 101",
+                            "BASS_MusicFree 101"));
 }
 
 TEST(Tags, TheFileNameLosesFourCharactersWhateverTheyAre)
