@@ -21,6 +21,14 @@ struct modBass
     decltype(&::BASS_Free) BASS_Free = nullptr;
     decltype(&::BASS_Stop) BASS_Stop = nullptr;
     decltype(&::BASS_SetConfig) BASS_SetConfig = nullptr;
+    decltype(&::BASS_SetConfigPtr) BASS_SetConfigPtr = nullptr;
+    decltype(&::BASS_GetInfo) BASS_GetInfo = nullptr;
+    decltype(&::BASS_GetDeviceInfo) BASS_GetDeviceInfo = nullptr;
+    decltype(&::BASS_GetCPU) BASS_GetCPU = nullptr;
+    decltype(&::BASS_SetEAXParameters) BASS_SetEAXParameters = nullptr;
+    decltype(&::BASS_PluginLoad) BASS_PluginLoad = nullptr;
+    decltype(&::BASS_PluginGetInfo) BASS_PluginGetInfo = nullptr;
+    decltype(&::BASS_PluginFree) BASS_PluginFree = nullptr;
     decltype(&::BASS_GetVolume) BASS_GetVolume = nullptr;
     decltype(&::BASS_SetVolume) BASS_SetVolume = nullptr;
     decltype(&::BASS_StreamCreateFile) BASS_StreamCreateFile = nullptr;
@@ -38,6 +46,11 @@ struct modBass
     decltype(&::BASS_ChannelBytes2Seconds) BASS_ChannelBytes2Seconds = nullptr;
     decltype(&::BASS_ChannelGetInfo) BASS_ChannelGetInfo = nullptr;
     decltype(&::BASS_ChannelGetAttribute) BASS_ChannelGetAttribute = nullptr;
+    decltype(&::BASS_ChannelGetData) BASS_ChannelGetData = nullptr;
+    decltype(&::BASS_ChannelSetFX) BASS_ChannelSetFX = nullptr;
+    decltype(&::BASS_ChannelRemoveFX) BASS_ChannelRemoveFX = nullptr;
+    decltype(&::BASS_FXSetParameters) BASS_FXSetParameters = nullptr;
+    decltype(&::BASS_FXGetParameters) BASS_FXGetParameters = nullptr;
 };
 
 /// What the program wants of the sound library: version 2.4.
@@ -55,17 +68,24 @@ constexpr std::uint32_t HiWord(std::uint32_t version)
 /// The sound library's file beside the executable.
 constexpr const char* BassFileName = "libbass.so";
 
-/// What `OpenBass` found.
+/// The file of the equalizer's add-on beside the executable.
+constexpr const char* BassFxFileName = "libbass_fx.so";
+
+/// An opened library of sound.
 struct BassLibrary
 {
     std::unique_ptr<ports::Libraries::Library> library;
-    std::uint32_t version =
-        0; ///< of `BASS_GetVersion`; 0 if the library lacks a function or can't be opened
+    /// As it says; 0 if the library lacks a function or can't be opened.
+    std::uint32_t version = 0;
 };
 
 /// Opens the library at `path` and fills `table` if all its functions are there.
 [[nodiscard]] BassLibrary OpenBass(ports::Libraries& libraries,
                                    const std::string& path,
                                    modBass& table);
+
+/// Opens the add-on at `path`, once the sound library is open. While it is open, the sound
+/// library's table knows the add-on's effects.
+[[nodiscard]] BassLibrary OpenBassFx(ports::Libraries& libraries, const std::string& path);
 
 } // namespace velmo

@@ -1,19 +1,30 @@
 #include "Monitor.h"
 
+#include "DjSettings.h"
+
 #include "core/Ignoring.h"
 #include "core/NumberText.h"
 #include "playlist/EntryText.h"
 
+#include <cmath>
+#include <utility>
+
 namespace velmo {
 
 Monitor::Monitor(const modBass& bass,
+                 modINI& settings,
                  TransportState& state,
                  TrackForms forms,
-                 modBassFunctions& tracks)
+                 modBassFunctions& tracks,
+                 DjMethods& dj,
+                 Transport& transport)
     : m_bass(bass)
+    , m_settings(settings)
     , m_state(state)
     , m_forms(forms)
     , m_tracks(tracks)
+    , m_dj(dj)
+    , m_transport(transport)
     , m_queries(bass)
 {}
 
@@ -21,18 +32,12 @@ void Monitor::MonitorTick()
 {
     if (m_queries.IsPlaying(m_state.CurrentChannel) || m_queries.IsPlaying(m_state.NextChannel)) {
         ShowTimes();
+        OverlapIfDue();
         MoveTicker();
-    } else if (m_bass.BASS_ChannelIsActive(m_state.CurrentChannel) == BASS_ACTIVE_STOPPED) {
-        Ignoring([&] { TrackEnded(); });
+    } else if (IsStopped(m_state.CurrentChannel)) {
+        TrackEnded();
     }
-    // A channel that was prepared and not started yet is Play's to start.
-    const bool nextIsActive =
-        m_bass.BASS_ChannelIsActive(m_state.NextChannel) != BASS_ACTIVE_STOPPED;
-    if (nextIsActive
-        && m_bass.BASS_ChannelIsActive(m_state.CurrentChannel) == BASS_ACTIVE_STOPPED) {
-        m_state.CurrentChannel = m_state.NextChannel;
-        m_state.NextChannel = 0;
-    }
+    AdoptNextChannel();
 }
 
 void Monitor::ShowTimes()
@@ -50,6 +55,34 @@ std::string Monitor::TimeOf(DWORD channel) const
         return FormatSeconds(RoundHalfEven(static_cast<double>(position)));
     const float rest = m_queries.ChannelLengthSeconds(channel) - position;
     return "-" + FormatSeconds(RoundHalfEven(static_cast<double>(rest)));
+}
+
+void Monitor::OverlapIfDue()
+{
+    const std::optional<DWORD> dueBefore = std::exchange(m_dueChannel, std::nullopt);
+    if (!IsCrossFadeOn(m_settings))
+        return;
+    const std::int32_t delay = CrossFadeDelay(m_settings);
+    if (!IsDelayReached(delay))
+        return;
+    m_dueChannel = m_state.CurrentChannel;
+    // Two ticks in a row may see the same second; the second one would free what the first one
+    // has started.
+    if (dueBefore == m_state.CurrentChannel)
+        return;
+    // Lost on failure, here and below: the next track, as at the list's end.
+    Ignoring([&] { m_dj.PrepareNextTrack(); });
+    if (delay < 0) {
+        Ignoring([&] { m_tracks.PlayPrepared(m_state.NextChannel); });
+        ShowTimes();
+    }
+}
+
+bool Monitor::IsDelayReached(std::int32_t delay) const
+{
+    const float rest = m_queries.ChannelLengthSeconds(m_state.CurrentChannel)
+                       - m_queries.ChannelSeconds(m_state.CurrentChannel);
+    return Int(static_cast<double>(rest)) == std::abs(static_cast<double>(delay));
 }
 
 void Monitor::MoveTicker()
@@ -72,15 +105,33 @@ void Monitor::TrackEnded()
 {
     m_forms.wmain.lblTime.Caption = IdleTime;
     m_tracks.TickerToStart();
+    const double method = DjMethod(m_settings);
     m_forms.wmain.tmrBASS.Enabled = false;
-    m_bass.BASS_ChannelStop(m_state.CurrentChannel);
-    controls::ListRows& rows = m_forms.playlist.pl;
-    const std::size_t row = rows.SelectedEntry();
-    if (row == 0 || row >= rows.Count())
+    if (method == dj_method::Manual)
         return;
-    rows.DeselectAll();
-    rows.Mark(row + 1);
-    m_tracks.PlayTrack(rows.Row(row + 1).Path);
+    m_bass.BASS_ChannelStop(m_state.CurrentChannel);
+    // Lost on failure: the next track. The monitor then stays off.
+    if (method == dj_method::Repeat) {
+        Ignoring([&] { m_tracks.PlayTrack(SelectedPath(m_forms.playlist.pl)); });
+    } else {
+        m_state.AdvanceRequested = true;
+        Ignoring([&] { m_transport.imgPlay_MouseUp({.button = controls::MouseButton::Left}); });
+    }
+}
+
+/// Kept from silence: a channel that was prepared and not started is Play's to start, and stays
+/// where it is.
+void Monitor::AdoptNextChannel()
+{
+    if (IsStopped(m_state.CurrentChannel) && !IsStopped(m_state.NextChannel)) {
+        m_state.CurrentChannel = m_state.NextChannel;
+        m_state.NextChannel = 0;
+    }
+}
+
+bool Monitor::IsStopped(DWORD channel) const
+{
+    return m_bass.BASS_ChannelIsActive(channel) == BASS_ACTIVE_STOPPED;
 }
 
 } // namespace velmo

@@ -1,6 +1,7 @@
 #include "modBassFunctions.h"
 
 #include "ChannelFlags.h"
+#include "DjSettings.h"
 
 #include "bass/FileOpening.h"
 #include "core/Ignoring.h"
@@ -16,14 +17,18 @@ modBassFunctions::modBassFunctions(const modBass& bass,
                                    modINI& settings,
                                    ports::Files& files,
                                    modTags& tags,
+                                   modFXFunctions& equalizer,
                                    TransportState& state,
-                                   TrackForms forms)
+                                   TrackForms forms,
+                                   TrackListeners listeners)
     : m_bass(bass)
     , m_settings(settings)
     , m_files(files)
     , m_tags(tags)
+    , m_equalizer(equalizer)
     , m_state(state)
     , m_forms(forms)
+    , m_listeners(listeners)
     , m_queries(bass)
 {}
 
@@ -36,27 +41,42 @@ void modBassFunctions::PlayTrack(const std::string& path)
     if (StartChannel(m_state.CurrentChannel)) {
         // Lost on failure: the entry keeps its old text and length.
         Ignoring([&] { RefreshSelectedEntry(m_state.CurrentChannel); });
-        ShowTitle(m_state.CurrentChannel, m_state.CurrentFile);
-        m_forms.wmain.tmrBASS.Enabled = true;
+        ShowStarted(m_state.CurrentChannel);
     }
+    m_equalizer.ApplyIfOn(m_state.CurrentChannel);
+    m_listeners.status.UpdateYahooPlaying(m_state.CurrentFile);
+}
+
+void modBassFunctions::OpenAndPlay(const std::string& path)
+{
+    m_state.CurrentFile = path;
+    for (const DWORD channel : {m_state.CurrentChannel, m_state.NextChannel})
+        if (StopIfPlaying(channel))
+            m_forms.wmain.tmrBASS.Enabled = false;
+    m_state.CurrentChannel = Open(path);
+    if (StartChannel(m_state.CurrentChannel))
+        ShowStarted(m_state.CurrentChannel);
+    m_equalizer.ApplyIfOn(m_state.CurrentChannel);
+    m_listeners.status.UpdateYahooPlaying(m_state.CurrentFile);
 }
 
 void modBassFunctions::PlayPrepared(DWORD channel)
 {
     controls::ListRows& rows = m_forms.playlist.pl;
-    rows.DeselectAll();
-    rows.Mark(static_cast<std::size_t>(m_state.PlayIndex));
-    if (rows.EnsureVisible)
-        rows.EnsureVisible(rows.SelectedEntry());
-    m_state.CurrentFile = rows.Row(rows.SelectedEntry()).Path;
+    const auto row = static_cast<std::size_t>(m_state.PlayIndex);
+    m_listeners.list.DeselectAllEntries();
+    rows.Mark(row);
+    rows.EnsureVisible(rows.SelectedEntry());
+    m_listeners.list.WakeTitleReader();
+    m_state.CurrentFile = rows.Row(row).Path;
     if (StartChannel(channel)) {
         Ignoring([&] { RefreshSelectedEntry(channel); });
-        ShowTitle(channel, m_state.CurrentFile);
-        m_forms.wmain.tmrBASS.Enabled = true;
+        ShowStarted(channel);
     }
-    constexpr double ErasingMethod = 6;
-    if (ParseNumber(m_settings.ReadSetting(sections::DJ, keys::Method, "5")) == ErasingMethod)
-        rows.Remove(static_cast<std::size_t>(m_state.PlayIndex));
+    m_equalizer.ApplyIfOn(channel);
+    if (DjMethod(m_settings) == dj_method::RandomErasing)
+        rows.Remove(row);
+    m_listeners.status.UpdateYahooPlaying(m_state.CurrentFile);
 }
 
 void modBassFunctions::LoadNextChannel(const std::string& path)
@@ -85,13 +105,15 @@ bool modBassFunctions::HasChannel() const
     return m_state.CurrentChannel != 0;
 }
 
-void modBassFunctions::StopIfPlaying(DWORD channel)
+/// False if there was nothing to stop.
+bool modBassFunctions::StopIfPlaying(DWORD channel)
 {
     if (!m_queries.IsPlaying(channel))
-        return;
+        return false;
     TickerToStart();
     m_bass.BASS_ChannelStop(channel);
     m_forms.wmain.lblTime.Caption = IdleTime;
+    return true;
 }
 
 DWORD modBassFunctions::Open(const std::string& path)
@@ -119,6 +141,12 @@ bool modBassFunctions::StartChannel(DWORD channel)
     m_forms.wmain.imgPositionTicker.Visible = true;
     m_forms.wmain.imgPositionBar.Visible = true;
     return true;
+}
+
+void modBassFunctions::ShowStarted(DWORD channel)
+{
+    ShowTitle(channel, m_state.CurrentFile);
+    m_forms.wmain.tmrBASS.Enabled = true;
 }
 
 void modBassFunctions::ReportUnplayable()

@@ -1,0 +1,371 @@
+// A user without a plan: many thousand actions in any order over a recorded sound library, while
+// files come and go and settings change. After each of them all that must always hold is looked at.
+// A walk is repeated by its seed, which a failure prints: VELMO_WALK_SEED=7.
+
+#include "core/NumberText.h"
+#include "core/RunError.h"
+#include "playlist/TitleReader.h"
+#include "sound/TransportKeys.h"
+#include "support/FakePlayer.h"
+#include "windows/wmain.h"
+
+#include <gmock/gmock.h>
+
+#include <array>
+#include <cstdlib>
+#include <deque>
+#include <random>
+#include <stdexcept>
+
+namespace velmo {
+namespace {
+
+constexpr int Actions = 15000;
+constexpr int Files = 12;
+
+class FakeDesktop final : public ports::Desktop
+{
+public:
+    Size VirtualSize() override { return {.width = 19200, .height = 15000}; }
+};
+
+class NoMixer final : public ports::MixerProgram
+{
+public:
+    void Start() override {}
+};
+
+class Walk
+{
+public:
+    explicit Walk(unsigned seed)
+        : m_engine(seed)
+    {
+        for (int file = 0; file < Files; ++file)
+            Appear(file);
+        m_player.playlist.Show();
+        m_window.Load([] {});
+    }
+
+    /// One action; what it was.
+    std::string Step()
+    {
+        m_player.bass.calls.clear();
+        m_player.errMGR.Hide();
+        m_mustBeSaved = false;
+        for (float& number : Numbers(8))
+            m_player.random.numbers.push_back(number);
+        const Action& action = m_actions.at(Below(m_actions.size()));
+        try {
+            action.act();
+        } catch (const std::out_of_range&) {
+            m_mustBeSaved = false; // the index error that a handler may end with
+        } catch (const RunError&) {
+            m_mustBeSaved = false; // a path that is gone
+        }
+        m_player.random.numbers.clear();
+        return action.name;
+    }
+
+    void Check()
+    {
+        CheckRows();
+        CheckChannels();
+        CheckWindow();
+        if (m_mustBeSaved)
+            CheckSaved();
+    }
+
+private:
+    struct Action
+    {
+        const char* name;
+        std::function<void()> act;
+    };
+
+    std::size_t Below(std::size_t end)
+    {
+        return std::uniform_int_distribution<std::size_t>(0, end - 1)(m_engine);
+    }
+
+    bool Chance(int percent) { return static_cast<int>(Below(100)) < percent; }
+
+    std::vector<float> Numbers(std::size_t count)
+    {
+        std::uniform_real_distribution<float> uniform(0, 1);
+        std::vector<float> numbers(count);
+        for (float& number : numbers)
+            number = uniform(m_engine);
+        return numbers;
+    }
+
+    static std::string Path(int file)
+    {
+        return "/m/" + std::to_string(file) + (file % 4 == 3 ? ".xm" : ".mp3");
+    }
+
+    void Appear(int file)
+    {
+        m_player.AddSound(
+            Path(file),
+            {.seconds = 1.0 + static_cast<double>(Below(20)) / 2, .isModule = file % 4 == 3});
+    }
+
+    void Vanish(int file)
+    {
+        m_player.files.files.erase(Path(file));
+        m_player.bass.sounds.erase(Path(file));
+    }
+
+    int AnyFile() { return static_cast<int>(Below(Files)); }
+
+    controls::MouseEvent Press()
+    {
+        constexpr std::array Buttons = {
+            controls::MouseButton::Left, controls::MouseButton::Left, controls::MouseButton::Right};
+        return {.button = Buttons.at(Below(Buttons.size())),
+                .shift = 0,
+                .x = static_cast<double>(Below(4000)) - 200,
+                .y = 30};
+    }
+
+    void Tick()
+    {
+        m_player.bass.Advance(static_cast<double>(Below(1500)) / 1000);
+        if (m_player.wmain.tmrBASS.Enabled)
+            m_player.monitor.MonitorTick();
+    }
+
+    void ReaderTicks()
+    {
+        for (int tick = 0; tick < 40 && m_player.playlist.tmrInfo.Enabled; ++tick)
+            m_reader.tmrInfo_Timer();
+    }
+
+    void ChangeSetting()
+    {
+        struct Setting
+        {
+            const char* section;
+            const char* key;
+            std::vector<const char*> values;
+        };
+        const std::vector<Setting> settings = {
+            {"DJ",      "Method",           {"1", "2", "3", "4", "5", "6", "7", "x", ""} },
+            {"DJ",      "CrossFade",        {"True", "False"}                            },
+            {"DJ",      "CrossFadeDelay",   {"-3", "-1", "0", "1", "3", "-1e99", "seven"}},
+            {"DJ",      "AssureNotTheSame", {"True", "False"}                            },
+            {"Options", "ReadTitlesOn",     {"display", "load", "play"}                  },
+            {"Options", "ShowLengthInPL",   {"True", "False"}                            },
+            {"Options", "SortListOnLoad",   {"True", "False"}                            },
+            {"Display", "ShowNumbersInPL",  {"True", "False"}                            },
+            {"Sound",   "Sound3D",          {"True", "False"}                            },
+        };
+        const Setting& setting = settings.at(Below(settings.size()));
+        m_player.settings.WriteSetting(
+            setting.section, setting.key, setting.values.at(Below(setting.values.size())));
+    }
+
+    void Add()
+    {
+        if (m_player.playlist.pl.Count() > 40)
+            m_player.playlist.pl.Clear();
+        m_player.adding.AddPath(Path(AnyFile()));
+        m_mustBeSaved = true;
+    }
+
+    void MarkAnyRow()
+    {
+        controls::ListRows& rows = m_player.playlist.pl;
+        if (rows.Count() == 0)
+            return;
+        if (Chance(50))
+            m_player.list.DeselectAllEntries();
+        rows.Mark(1 + Below(rows.Count()));
+    }
+
+    void Delete()
+    {
+        m_player.list.DeleteSelectedEntries();
+        m_mustBeSaved = true;
+    }
+
+    void Order()
+    {
+        Chance(50) ? m_player.ordering.SortListAscending() : m_player.ordering.ShuffleList();
+        m_mustBeSaved = true;
+    }
+
+    void Key()
+    {
+        constexpr std::u32string_view Keys = U"\rNbpeEmorvfhkdiq";
+        m_keys.KeyPress(Chance(50) ? TransportKeys::Window::Main : TransportKeys::Window::Other,
+                        Keys.at(Below(Keys.size())));
+    }
+
+    void DragTicker()
+    {
+        m_window.imgPositionTicker_MouseDown(Press());
+        m_window.imgPositionTicker_MouseMove(Press());
+        m_window.imgPositionTicker_MouseUp(Press());
+    }
+
+    void Minimise()
+    {
+        m_window.imgMinimize_MouseUp(
+            {.button = controls::MouseButton::Left, .shift = 0, .x = 9, .y = 9});
+        if (Chance(80)) {
+            m_player.wmain.State = controls::WindowState::Normal;
+            m_window.RestorePlaylist();
+        }
+    }
+
+    void CheckRows() const
+    {
+        const controls::ListRows& rows = m_player.playlist.pl;
+        ASSERT_LE(rows.SelectedEntry(), rows.Count());
+        ASSERT_EQ(rows.SelectedEntry() == 0, rows.Count() == 0);
+        ASSERT_LE(rows.FirstVisibleEntry(), rows.Count());
+    }
+
+    /// A channel that nobody knows any more is a module, or was paused when it was left: the
+    /// transport stops what plays, and frees only streams.
+    void CheckChannels()
+    {
+        for (const auto& [handle, channel] : m_player.bass.channels) {
+            if (handle == m_player.state.CurrentChannel || handle == m_player.state.NextChannel)
+                continue;
+            ASSERT_TRUE(channel.isModule || channel.state == BASS_ACTIVE_PAUSED)
+                << channel.path << " is lost";
+        }
+        // What was paused and left stays for good: it would only slow the walk down.
+        if (m_player.bass.channels.size() > 200)
+            std::erase_if(m_player.bass.channels, [&](const auto& open) {
+                return open.first != m_player.state.CurrentChannel
+                       && open.first != m_player.state.NextChannel;
+            });
+    }
+
+    void CheckWindow()
+    {
+        const forms::wmain& window = m_player.wmain;
+        ASSERT_GE(window.imgPositionTicker.Left, window.imgPositionBar.Left);
+        ASSERT_LE(window.imgPositionTicker.Left + window.imgPositionTicker.Width,
+                  window.imgPositionBar.Left + window.imgPositionBar.Width);
+        ASSERT_FALSE(window.lblTime.Caption.Get().empty());
+        ASSERT_FALSE(window.lblSongName.Caption.Get().empty());
+        const bool plays = m_player.state.PlayStartedFlag;
+        ASSERT_TRUE(!plays || !m_player.errMGR.Visible) << "only before anything has played";
+        ASSERT_TRUE(plays || !m_hasPlayed) << "never cleared";
+        m_hasPlayed = plays;
+    }
+
+    /// What was written to the disk, read again, is the list in memory.
+    void CheckSaved()
+    {
+        forms::Playlist read;
+        modPlaylist list(read, m_player.settings, m_player.files, "/app/");
+        list.LoadInternalList();
+        ASSERT_EQ(read.pl.Count(), m_player.playlist.pl.Count());
+        for (std::size_t row = 1; row <= read.pl.Count(); ++row)
+            ASSERT_EQ(read.pl.Row(row).Path, m_player.playlist.pl.Row(row).Path);
+    }
+
+    std::mt19937 m_engine;
+    test::FakePlayer m_player;
+    FakeDesktop m_desktop;
+    fX m_equalizerWindow{m_player.fX, m_player.equalizer, m_player.settings};
+    wmain m_window{
+        m_player.wmain,
+        m_player.playlist,
+        m_player.table,
+        m_player.settings,
+        m_desktop,
+        m_player.state,
+        m_player.monitor,
+        {m_player.spectrum, m_equalizerWindow, m_player.curves}
+    };
+    TitleReader m_reader{m_player.list,
+                         m_player.playlist,
+                         m_player.tags,
+                         m_player.ordering,
+                         m_player.tracks,
+                         m_player.settings,
+                         m_player.files,
+                         {}};
+    NoMixer m_mixer;
+    KeyCalls m_calls;
+    TransportKeys m_keys{m_player.transport, m_mixer, m_calls};
+    bool m_mustBeSaved = false;
+    bool m_hasPlayed = false;
+
+    const std::vector<Action> m_actions = {
+        {"tick",           [this] { Tick(); }                                      },
+        {"tick",           [this] { Tick(); }                                      },
+        {"tick",           [this] { Tick(); }                                      },
+        {"tick",           [this] { Tick(); }                                      },
+        {"tick",           [this] { Tick(); }                                      },
+        {"tick",           [this] { Tick(); }                                      },
+        {"play",           [this] { m_player.transport.imgPlay_MouseUp(Press()); } },
+        {"play",           [this] { m_player.transport.imgPlay_MouseUp(Press()); } },
+        {"pause",          [this] { m_player.transport.imgPause_MouseUp(Press()); }},
+        {"stop",           [this] { m_player.transport.imgStop_MouseUp(Press()); } },
+        {"next",           [this] { m_player.transport.imgNext_MouseUp(Press()); } },
+        {"back",           [this] { m_player.transport.imgBack_MouseUp(Press()); } },
+        {"key",            [this] { Key(); }                                       },
+        {"key",            [this] { Key(); }                                       },
+        {"reader",         [this] { ReaderTicks(); }                               },
+        {"setting",        [this] { ChangeSetting(); }                             },
+        {"setting",        [this] { ChangeSetting(); }                             },
+        {"file vanishes",  [this] { Vanish(AnyFile()); }                           },
+        {"file appears",   [this] { Appear(AnyFile()); }                           },
+        {"file appears",   [this] { Appear(AnyFile()); }                           },
+        {"add",            [this] { Add(); }                                       },
+        {"add",            [this] { Add(); }                                       },
+        {"mark",           [this] { MarkAnyRow(); }                                },
+        {"delete",         [this] { Chance(20) ? Delete() : MarkAnyRow(); }        },
+        {"order",          [this] { Order(); }                                     },
+        {"seek",           [this] { m_window.imgPositionBar_MouseDown(Press()); }  },
+        {"drag",           [this] { DragTicker(); }                                },
+        {"time mode",      [this] { m_window.lblTime_MouseDown(Press()); }         },
+        {"show playlist",  [this] { m_player.playlist.Show(); }                    },
+        {"minimise",       [this] { Minimise(); }                                  },
+        {"answer dialogs",
+         [this] {
+             m_player.dialogs.choice.paths.clear();
+             if (Chance(50))
+                 m_player.dialogs.choice.paths.push_back(Path(AnyFile()));
+         }                                                                         },
+    };
+};
+
+std::vector<unsigned> Seeds()
+{
+    const char* const wanted = std::getenv("VELMO_WALK_SEED"); // NOLINT(concurrency-mt-unsafe)
+    if (wanted != nullptr)
+        return {static_cast<unsigned>(ParseNumber(wanted))};
+    return {1, 2, 3, 4};
+}
+
+TEST(RandomWalk, NothingThatMustHoldEverBreaks)
+{
+    for (const unsigned seed : Seeds()) {
+        Walk walk(seed);
+        std::deque<std::string> last;
+        for (int step = 0; step < Actions; ++step) {
+            last.push_back(walk.Step());
+            if (last.size() > 12)
+                last.pop_front();
+            walk.Check();
+            if (::testing::Test::HasFatalFailure()) {
+                std::string story;
+                for (const std::string& action : last)
+                    story += action + ", ";
+                FAIL() << "VELMO_WALK_SEED=" << seed << ", step " << step << ", after: " << story;
+            }
+        }
+    }
+}
+
+} // namespace
+} // namespace velmo
