@@ -16,6 +16,7 @@ void TitleScroller::tmrScroll_Timer()
     m_form.lblSongName.Caption = Rotated(m_form.lblSongName.Caption);
     const bool scrolls =
         IsTrue(m_settings.ReadSetting(sections::Display, keys::ScrollTitle, "True"));
+    m_form.tmrSpectrum.Enabled = m_form.State.Get() != controls::WindowState::Minimized;
     m_form.Caption = scrolls ? m_form.lblSongName.Caption.Get() : m_state.WindowTitle;
 }
 

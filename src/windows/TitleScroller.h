@@ -14,7 +14,8 @@ public:
     TitleScroller(forms::wmain& form, modINI& settings, const TransportState& state);
 
     /// Moves the first character to the end. Without "ScrollTitle" the window keeps the title as it
-    /// was set.
+    /// was set. Lets the picture move unless the window is minimised, whatever the settings say of
+    /// that.
     void tmrScroll_Timer();
 
 private:

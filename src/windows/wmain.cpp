@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace velmo {
 
@@ -26,14 +27,17 @@ wmain::wmain(forms::wmain& form,
              modINI& settings,
              ports::Desktop& desktop,
              TransportState& state,
-             Monitor& monitor)
+             Monitor& monitor,
+             LoadedWithMainWindow modules)
     : m_form(form)
     , m_playlist(playlist)
     , m_settings(settings)
     , m_desktop(desktop)
     , m_state(state)
     , m_monitor(monitor)
+    , m_modules(modules)
     , m_queries(bass)
+    , m_volume(form, bass, settings)
 {}
 
 void wmain::Load(const std::function<void()>& markMainWindow)
@@ -41,24 +45,42 @@ void wmain::Load(const std::function<void()>& markMainWindow)
     markMainWindow();
     m_form.AlwaysOnTop =
         IsTrue(m_settings.ReadSetting(sections::Options, keys::AlwaysOnTop, "false"));
+    m_volume.Restore();
     RestorePlace();
     m_playlist.Left = m_form.Left + m_form.Width;
     m_playlist.Top = m_form.Top.Get();
     m_state.MuteSavedVolume = 0;
+    m_modules.spectrum.ReadSettings();
     m_state.TimeElapsedMode = IsTrue(m_settings.ReadSetting(sections::RTM, keys::TimeMode, "True"));
     ReadFont();
+    m_modules.equalizer.Load();
+    m_modules.curves.LoadDefaultEqualizer();
+    m_modules.equalizer.ReadState();
     SetSongName(m_form, m_state, IdleTitle);
     m_form.lblTime.Caption = IdleTime;
     const bool minimized = EqualsIgnoringCase(
         m_settings.ReadSetting(sections::RTM, keys::State, "Normal"), "minimized");
     m_form.State = minimized ? controls::WindowState::Minimized : controls::WindowState::Normal;
+    m_playlist.Visible = IsPlaylistWanted();
     m_form.Loaded = true;
 }
 
 void wmain::imgMinimize_MouseUp(const controls::MouseEvent& event)
 {
-    if (event.button == controls::MouseButton::Left && ReleasedInside(m_form.imgMinimize, event))
-        m_form.State = controls::WindowState::Minimized;
+    if (event.button != controls::MouseButton::Left || !ReleasedInside(m_form.imgMinimize, event))
+        return;
+    m_minimizedByButton = true;
+    m_playlist.Hide();
+    m_form.State = controls::WindowState::Minimized;
+}
+
+void wmain::RestorePlaylist()
+{
+    if (m_form.State.Get() != controls::WindowState::Normal
+        || !std::exchange(m_minimizedByButton, false))
+        return;
+    if (IsPlaylistWanted())
+        m_playlist.Show();
 }
 
 void wmain::lblTime_MouseDown(const controls::MouseEvent& event)
@@ -147,6 +169,11 @@ void wmain::RestorePlace()
         m_form.Left = left;
     if (top >= 0 && top <= desktop.height)
         m_form.Top = top;
+}
+
+bool wmain::IsPlaylistWanted()
+{
+    return IsTrue(m_settings.ReadSetting(sections::RTM, keys::ShowPL, "true"));
 }
 
 void wmain::ReadFont()

@@ -31,13 +31,17 @@ protected:
 
     test::FakePlayer m_player;
     FakeDesktop m_desktop;
-    wmain m_window{m_player.wmain,
-                   m_player.playlist,
-                   m_player.table,
-                   m_player.settings,
-                   m_desktop,
-                   m_player.state,
-                   m_player.monitor};
+    fX m_equalizerWindow{m_player.fX, m_player.equalizer, m_player.settings};
+    wmain m_window{
+        m_player.wmain,
+        m_player.playlist,
+        m_player.table,
+        m_player.settings,
+        m_desktop,
+        m_player.state,
+        m_player.monitor,
+        {m_player.spectrum, m_equalizerWindow, m_player.curves}
+    };
 };
 
 TEST_F(MainWindow, LoadRestoresWhatTheLastRunLeft)
@@ -49,6 +53,11 @@ TEST_F(MainWindow, LoadRestoresWhatTheLastRunLeft)
     m_player.settings.WriteSetting("Display", "Font.Size", "10,5");
     m_player.settings.WriteSetting("Display", "Font.Color", "255");
     m_player.settings.WriteSetting("Display", "Font.Bold", "True");
+    m_player.settings.WriteSetting("Visualisation", "RefreshRateFPS", "50");
+    m_player.settings.WriteSetting("DSP\\Effects", "EQEnabled", "False");
+    m_player.files.files["/app/zuvio.zfx"] = "ZVFX10\r\n 500 \r\n";
+    m_player.fX.Ticker[1].Top = 800;
+    m_player.fX.EqualizerOn = true;
     bool marked = false;
     m_window.Load([&] { marked = true; });
     EXPECT_TRUE(marked);
@@ -58,6 +67,11 @@ TEST_F(MainWindow, LoadRestoresWhatTheLastRunLeft)
     EXPECT_EQ(m_player.playlist.Left, 1500 + 3975);
     EXPECT_TRUE(m_player.wmain.Loaded);
     EXPECT_FALSE(m_player.state.TimeElapsedMode);
+    EXPECT_EQ(m_player.wmain.tmrSpectrum.Interval, 20);
+    EXPECT_EQ(m_player.spectrum.VisMode(), 1);
+    EXPECT_EQ(m_player.fX.Ticker[0].Top, 500);
+    EXPECT_EQ(m_player.fX.Ticker[1].Top, 700) << "a window that has just been made is flat";
+    EXPECT_FALSE(m_player.fX.EqualizerOn);
     EXPECT_EQ(m_player.wmain.lblSongName.Font.Get(),
               (controls::Font{.name = "Tahoma", .sizePoints = 10.5, .weight = 700}));
     EXPECT_EQ(m_player.wmain.lblSongName.ForeColor, 255U);
@@ -156,11 +170,87 @@ TEST_F(MainWindow, TheTitleRunsAsARingAndTheWindowsTitleOnlyIfItIsWanted)
     EXPECT_EQ(m_player.wmain.Caption.Get(),
               "\xC3\xA9"
               "ab ");
+    // It also decides whether the picture moves, whatever the resize has done.
+    for (const auto state : {controls::WindowState::Minimized, controls::WindowState::Normal}) {
+        m_player.wmain.State = state;
+        scroller.tmrScroll_Timer();
+        EXPECT_EQ(m_player.wmain.tmrSpectrum.Enabled, state == controls::WindowState::Normal);
+    }
     for (const char* same : {"", "x"}) {
         SetSongName(m_player.wmain, m_player.state, same);
         scroller.tmrScroll_Timer();
         EXPECT_EQ(m_player.wmain.lblSongName.Caption.Get(), same);
     }
+}
+
+TEST_F(MainWindow, MinimisedByItsButtonItHidesThePlaylistUntilItIsBack)
+{
+    const auto minimise = [&] {
+        m_player.playlist.Show();
+        m_window.imgMinimize_MouseUp(LeftAt(10));
+        EXPECT_FALSE(m_player.playlist.Visible);
+        m_window.RestorePlaylist();
+        EXPECT_FALSE(m_player.playlist.Visible) << "still minimised";
+        m_player.wmain.State = controls::WindowState::Normal;
+        m_window.RestorePlaylist();
+    };
+    minimise();
+    EXPECT_TRUE(m_player.playlist.Visible);
+    m_player.settings.WriteSetting("RTM", "ShowPL", "False");
+    minimise();
+    EXPECT_FALSE(m_player.playlist.Visible);
+    m_player.settings.WriteSetting("RTM", "ShowPL", "True");
+    m_window.RestorePlaylist();
+    EXPECT_FALSE(m_player.playlist.Visible) << "once only";
+}
+
+/// Ends of the bar, its design place, the default and the two places where single precision shows
+/// one less.
+TEST_F(MainWindow, TheVolumeFollowsTheMiddleOfItsKnob)
+{
+    const struct
+    {
+        double x; ///< of a click on the bar
+        double left;
+        const char* tip;
+        const char* kept;
+    } cases[] = {
+        {0,     2355,   "Volume  0%",   "67.5"  },
+        {1335,  3555,   "Volume  100%", "1267.5"},
+        {907.5, 3195,   "Volume  70%",  "907.5" },
+        {1215,  3502.5, "Volume  96%",  "1215"  },
+        {700,   2987.5, "Volume  52%",  "700"   },
+    };
+    VolumeSlider& volume = m_window.Volume();
+    for (const auto& c : cases) {
+        volume.imgVolumeBar_MouseDown(LeftAt(c.x));
+        EXPECT_EQ(m_player.wmain.imgVolumeTicker.Left, c.left);
+        EXPECT_EQ(m_player.wmain.imgVolumeTicker.ToolTipText.Get(), c.tip);
+        EXPECT_EQ(m_player.wmain.imgVolumeBar.ToolTipText.Get(), c.tip);
+        EXPECT_EQ(m_player.settings.ReadSetting("RTM", "Volume", ""), c.kept);
+    }
+    volume.imgVolumeTicker_MouseDown(LeftAt(60));
+    volume.imgVolumeTicker_MouseMove(LeftAt(5000));
+    EXPECT_EQ(m_player.bass.volume, 1) << "held at the end";
+    volume.imgVolumeTicker_MouseMove(LeftAt(60 - 1200));
+    EXPECT_EQ(m_player.bass.volume, 0);
+    EXPECT_EQ(m_player.settings.ReadSetting("RTM", "Volume", ""), "700")
+        << "not before the release";
+    volume.imgVolumeTicker_MouseUp(LeftAt(60));
+    EXPECT_EQ(m_player.settings.ReadSetting("RTM", "Volume", ""), "67.5");
+    volume.imgVolumeTicker_MouseMove(LeftAt(500));
+    EXPECT_EQ(m_player.bass.volume, 0) << "let go";
+
+    // At the load: from the setting, plain; what the engine refuses stays as it was.
+    m_player.settings.WriteSetting("RTM", "Volume", "1215");
+    volume.Restore();
+    EXPECT_EQ(m_player.wmain.imgVolumeTicker.Left, 3502.5);
+    EXPECT_EQ(m_player.wmain.imgVolumeTicker.ToolTipText.Get(), "Volume 96%");
+    EXPECT_FLOAT_EQ(m_player.bass.volume, 0.96F);
+    m_player.settings.WriteSetting("RTM", "Volume", "2000");
+    volume.Restore();
+    EXPECT_EQ(m_player.wmain.imgVolumeTicker.ToolTipText.Get(), "Volume 161%");
+    EXPECT_FLOAT_EQ(m_player.bass.volume, 0.96F);
 }
 
 } // namespace
