@@ -42,9 +42,9 @@ void BringUp::tmrcZat_Timer()
 void BringUp::StartAndShow()
 {
     constexpr int FailedStart = 1;
-    if (m_startCore.Run())
+    if (m_startCore.Run(StartKind::Process))
         m_wmain.Show();
-    else
+    else if (!m_application.IsQuitting())
         m_application.Quit(FailedStart);
 }
 

@@ -1,11 +1,18 @@
 #pragma once
 
+#include "bass/PluginTable.h"
 #include "bass/modBass.h"
 #include "core/modINI.h"
+#include "forms/frmResources.h"
+#include "integration/ShutdownStatus.h"
 #include "playlist/Adding.h"
 #include "ports/Application.h"
+#include "ports/Associations.h"
 #include "ports/Dialogs.h"
 #include "ports/Files.h"
+#include "sound/ProxySettings.h"
+#include "sound/TransportState.h"
+#include "windows/modSystray.h"
 
 #include <functional>
 #include <memory>
@@ -20,42 +27,88 @@ struct StartPorts
     ports::Files& files;
     ports::Libraries& libraries;
     ports::Dialogs& dialogs;
+    ports::Associations& associations;
+};
+
+/// What a start fills, and whose operations it calls.
+struct StartModules
+{
+    modINI& settings;
+    modBass& bass;
+    PluginTable& plugins;
+    ProxySettings& proxy;
+    TransportState& transport;
+    modSystray& systray;
+    ShutdownState& shutdown;
+    forms::frmResources& resources;
+    Adding& adding;
+};
+
+/// Steps that belong to modules of which the start knows nothing else. None may be empty.
+struct StartCalls
+{
+    /// Creates and loads the main window and gives its handle for the library.
+    std::function<void*()> createMainWindow;
+    /// Makes the equalizer's window take no input. May be called twice.
+    std::function<void()> disableEqualizer;
+    /// Builds header and palette of the picture from the settings.
+    std::function<void()> buildPalette;
+};
+
+enum class StartKind
+{
+    Process, ///< the first of the process: takes the command line
+    Restart, ///< a later one: only reloads the list
 };
 
 /// Brings the sound library up from the settings and finishes the start of the program.
 class StartCore
 {
 public:
-    /// `createMainWindow` creates and loads the main window and gives its handle for the library;
-    /// it runs before the device is opened.
-    StartCore(StartPorts ports,
-              modINI& settings,
-              modBass& bass,
-              Adding& adding,
-              std::function<void*()> createMainWindow);
+    StartCore(StartPorts ports, StartModules modules, StartCalls calls);
 
-    /// Runs the steps in their order. False after a fatal failure, which has been shown: the
-    /// process must end.
-    [[nodiscard]] bool Run();
+    /// Runs the steps in their order. False if the process must end: after a fatal failure, which
+    /// has been shown, or where the program was ended while a box was open. May be called again:
+    /// everything is built anew.
+    [[nodiscard]] bool Run(StartKind kind);
+
+    /// Whether the latest run has got as far as to fill the list. Before that the list in memory is
+    /// nobody's, and must not be saved.
+    bool IsListOpen() const { return m_isListOpen; }
 
 private:
-    using Step = bool (StartCore::*)();
+    using Step = void (StartCore::*)();
 
-    bool EnterApplicationDirectory();
-    bool FindSoundLibrary();
-    bool CheckSoundLibraryVersion();
-    bool OpenSoundDevice();
-    bool LeaveToApplicationDirectory();
-    bool OpenCommandLine();
+    void EnterApplicationDirectory();
+    void FindSoundLibrary();
+    void CheckSoundLibraryVersion();
+    void OpenSoundDevice();
+    void FindEqualizer();
+    void CheckEqualizerVersion();
+    void FillPluginTable();
+    void BuildPalette();
+    void SetLibraryOptions();
+    void SetReverb();
+    void ResetTitle();
+    void ShowTrayIcon();
+    void MarkAlwaysOnTop();
+    void RenewAssociations();
+    void TakeShutdownStatus();
+    void SetProxy();
+    void LeaveToApplicationDirectory();
+    void OpenCommandLine();
 
-    bool Fatal(const std::string& text, const std::string& title);
+    void Fatal(const std::string& text, const std::string& title);
+    void EqualizerFailed(const std::string& text);
 
     StartPorts m_ports;
-    modINI& m_settings;
-    modBass& m_bass;
-    Adding& m_adding;
-    std::function<void*()> m_createMainWindow;
+    StartModules m_modules;
+    StartCalls m_calls;
     std::unique_ptr<ports::Libraries::Library> m_library;
+    std::unique_ptr<ports::Libraries::Library> m_effects;
+    StartKind m_kind = StartKind::Process;
+    bool m_failed = false;
+    bool m_isListOpen = false;
 };
 
 /// The path that a command line means: its directory and the name that the directory search finds;

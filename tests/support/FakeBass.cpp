@@ -1,8 +1,10 @@
 #include "FakeBass.h"
 
+#include "core/NumberText.h"
 #include "core/UnicodePath.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace velmo::test {
 
@@ -77,9 +79,67 @@ void FillDevice(modBass& table)
         Note("BASS_Stop");
         return 1;
     };
-    table.BASS_SetConfig = [](DWORD, DWORD) noexcept -> BOOL { return 1; };
-    table.BASS_GetVolume = []() noexcept { return 1.0f; };
-    table.BASS_SetVolume = [](float) noexcept -> BOOL { return 1; };
+    table.BASS_GetVolume = []() noexcept { return current->volume; };
+    table.BASS_SetVolume = [](float volume) noexcept -> BOOL {
+        Note("BASS_SetVolume " + PlainNumber(static_cast<double>(volume)));
+        if (volume < 0 || volume > 1)
+            return 0;
+        current->volume = volume;
+        return 1;
+    };
+}
+
+std::string Signed(DWORD value)
+{
+    return std::to_string(static_cast<std::int32_t>(value));
+}
+
+void FillOptions(modBass& table)
+{
+    table.BASS_SetConfig = [](DWORD option, DWORD value) noexcept -> BOOL {
+        Note("BASS_SetConfig " + Text(option) + " " + Signed(value));
+        return 1;
+    };
+    table.BASS_SetConfigPtr = [](DWORD option, const void* value) noexcept -> BOOL {
+        Note("BASS_SetConfigPtr " + Text(option) + " '" + static_cast<const char*>(value) + "'");
+        return 1;
+    };
+    table.BASS_GetInfo = [](BASS_INFO* info) noexcept -> BOOL {
+        Note("BASS_GetInfo");
+        info->eax = 1;
+        return 1;
+    };
+    table.BASS_SetEAXParameters =
+        [](int room, float volume, float decay, float damp) noexcept -> BOOL {
+        std::string call = "BASS_SetEAXParameters " + std::to_string(room);
+        for (const float value : {volume, decay, damp})
+            call += " " + PlainNumber(static_cast<double>(value));
+        Note(std::move(call));
+        return 1;
+    };
+}
+
+void FillPlugins(modBass& table)
+{
+    table.BASS_PluginLoad = [](const char* file, DWORD flags) noexcept -> HPLUGIN {
+        Note(std::string("BASS_PluginLoad ") + file + " " + Text(flags));
+        const auto plugin = current->plugins.find(file);
+        if (plugin == current->plugins.end())
+            return 0;
+        const HPLUGIN handle = current->nextHandle++;
+        current->loadedPlugins[handle] = {.version = 1,
+                                          .formatc = static_cast<DWORD>(plugin->second.size()),
+                                          .formats = plugin->second.data()};
+        return handle;
+    };
+    table.BASS_PluginGetInfo = [](HPLUGIN handle) noexcept -> const BASS_PLUGININFO* {
+        const auto plugin = current->loadedPlugins.find(handle);
+        return plugin == current->loadedPlugins.end() ? nullptr : &plugin->second;
+    };
+    table.BASS_PluginFree = [](HPLUGIN handle) noexcept -> BOOL {
+        Note("BASS_PluginFree " + Text(handle));
+        return current->loadedPlugins.erase(handle) != 0 ? 1 : 0;
+    };
 }
 
 void FillOpening(modBass& table)
@@ -114,10 +174,12 @@ void FillTransport(modBass& table)
         return 1;
     };
     table.BASS_ChannelPause = [](DWORD handle) noexcept -> BOOL {
+        Note("BASS_ChannelPause " + Text(handle));
         FakeBass::Channel* channel = Find(handle);
-        if (channel != nullptr)
-            channel->state = BASS_ACTIVE_PAUSED;
-        return channel != nullptr ? 1 : 0;
+        if (channel == nullptr || channel->state != BASS_ACTIVE_PLAYING)
+            return 0;
+        channel->state = BASS_ACTIVE_PAUSED;
+        return 1;
     };
     table.BASS_ChannelStop = [](DWORD handle) noexcept -> BOOL {
         Note("BASS_ChannelStop " + Text(handle));
@@ -155,13 +217,72 @@ void FillPosition(modBass& table)
         const FakeBass::Channel* channel = Find(handle);
         if (channel == nullptr)
             return 0;
-        *info = {
-            .freq = 44100, .chans = 2, .flags = 0, .ctype = 0, .filename = channel->path.c_str()};
+        *info = {.freq = 44100,
+                 .chans = current->chans,
+                 .flags = 0,
+                 .ctype = 0,
+                 .filename = channel->path.c_str()};
         return 1;
     };
     table.BASS_ChannelGetAttribute = [](DWORD handle, DWORD, float* value) noexcept -> BOOL {
+        Note("BASS_ChannelGetAttribute " + Text(handle));
         *value = 44100;
         return Find(handle) == nullptr ? 0 : 1;
+    };
+}
+
+FakeBass::Effect* FindEffect(HFX handle)
+{
+    const auto found = current->effects.find(handle);
+    if (found == current->effects.end() || Find(found->second.channel) == nullptr)
+        return nullptr;
+    return &found->second;
+}
+
+void FillEffects(modBass& table)
+{
+    table.BASS_ChannelSetFX = [](DWORD handle, DWORD type, int priority) noexcept -> HFX {
+        Note("BASS_ChannelSetFX " + Text(handle) + " " + Text(type) + " "
+             + std::to_string(priority));
+        if (Find(handle) == nullptr)
+            return 0;
+        current->effects[current->nextEffect].channel = handle;
+        return current->nextEffect++;
+    };
+    table.BASS_ChannelRemoveFX = [](DWORD handle, HFX effect) noexcept -> BOOL {
+        Note("BASS_ChannelRemoveFX " + Text(handle) + " " + Text(effect));
+        return current->effects.erase(effect) != 0 ? 1 : 0;
+    };
+    table.BASS_FXSetParameters = [](HFX handle, const void* record) noexcept -> BOOL {
+        const auto& band = *static_cast<const BASS_BFX_PEAKEQ*>(record);
+        Note("BASS_FXSetParameters " + Text(handle) + " " + std::to_string(band.lBand));
+        FakeBass::Effect* effect = FindEffect(handle);
+        if (effect != nullptr)
+            effect->bands[band.lBand] = band;
+        return effect != nullptr ? 1 : 0;
+    };
+    table.BASS_FXGetParameters = [](HFX handle, void* record) noexcept -> BOOL {
+        auto& band = *static_cast<BASS_BFX_PEAKEQ*>(record);
+        FakeBass::Effect* effect = FindEffect(handle);
+        if (effect == nullptr || !effect->bands.contains(band.lBand))
+            return 0;
+        band = effect->bands[band.lBand];
+        return 1;
+    };
+}
+
+void FillData(modBass& table)
+{
+    table.BASS_ChannelGetData = [](DWORD handle, void* buffer, DWORD length) noexcept -> DWORD {
+        Note("BASS_ChannelGetData " + Text(handle) + " " + Text(length));
+        if (Find(handle) == nullptr)
+            return ~DWORD{0};
+        const bool isSpectrum = length == BASS_DATA_FFT2048;
+        const std::vector<float>& data = isSpectrum ? current->spectrum : current->wave;
+        const std::size_t room = isSpectrum ? 4096 : length & ~DWORD{BASS_DATA_FLOAT};
+        const std::size_t bytes = std::min(room, data.size() * sizeof(float));
+        std::memcpy(buffer, data.data(), bytes);
+        return static_cast<DWORD>(bytes);
     };
 }
 
@@ -181,10 +302,19 @@ modBass FakeBass::Table() const
 {
     modBass table;
     FillDevice(table);
+    FillOptions(table);
+    FillPlugins(table);
     FillOpening(table);
     FillTransport(table);
     FillPosition(table);
+    FillEffects(table);
+    FillData(table);
     return table;
+}
+
+DWORD FakeBass::EffectsVersion() noexcept
+{
+    return current->effectsVersion;
 }
 
 void FakeBass::Advance(double seconds)

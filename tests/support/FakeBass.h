@@ -1,5 +1,7 @@
 #pragma once
 
+#include "bass_fx.h"
+
 #include "bass/modBass.h"
 
 #include <map>
@@ -29,6 +31,9 @@ public:
     /// A table whose functions act on this.
     modBass Table() const;
 
+    /// `BASS_FX_GetVersion`, acting on this.
+    static DWORD EffectsVersion() noexcept;
+
     /// Lets that much time pass for all that plays.
     void Advance(double seconds);
 
@@ -36,6 +41,11 @@ public:
     std::vector<std::string> calls;          ///< in order, with the arguments that matter
     DWORD version = 0x02040000;
     bool initSucceeds = true;
+    float volume = 1;
+    DWORD effectsVersion = 0x02040000;
+    /// Formats of the plugin files that can be loaded, by path.
+    std::map<std::string, std::vector<BASS_PLUGINFORM>> plugins;
+    std::map<HPLUGIN, BASS_PLUGININFO> loadedPlugins;
 
     struct Channel
     {
@@ -47,6 +57,20 @@ public:
         DWORD flags = 0;
     };
     std::map<DWORD, Channel> channels; ///< those that are open
+
+    /// What every open channel sounds like to `BASS_ChannelGetData`.
+    std::vector<float> spectrum;
+    std::vector<float> wave;
+    DWORD chans = 2;
+
+    /// An equalizer on a channel: its bands by their number.
+    struct Effect
+    {
+        DWORD channel = 0;
+        std::map<int, BASS_BFX_PEAKEQ> bands;
+    };
+    std::map<HFX, Effect> effects;
+    HFX nextEffect = 9001;
 
     DWORD nextHandle = 101; ///< handles are never used twice
 

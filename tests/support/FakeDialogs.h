@@ -2,12 +2,14 @@
 
 #include "ports/Dialogs.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
 namespace velmo::test {
 
-/// Message boxes that are answered at once with `answer` and kept.
+/// Message boxes that are answered at once with `answer` and kept; file dialogs that are answered
+/// with `choice` and kept.
 class FakeDialogs final : public ports::Dialogs
 {
 public:
@@ -25,11 +27,32 @@ public:
                                     ports::MessageStyle style) override
     {
         boxes.push_back({text, title, style});
+        if (whileOpen)
+            whileOpen(boxes.back());
         return answer;
     }
 
+    ports::FileDialogAnswer ChooseFiles(const ports::FileDialog& dialog) override
+    {
+        fileDialogs.push_back(dialog);
+        return choice;
+    }
+
+    std::string ChooseFolder(const std::string& title) override
+    {
+        folderTitles.push_back(title);
+        return folder;
+    }
+
+    void ServeEvents() override {}
+
     std::vector<Box> boxes;
     ports::MessageAnswer answer = ports::MessageAnswer::Ok;
+    std::vector<ports::FileDialog> fileDialogs;
+    ports::FileDialogAnswer choice; ///< none: every file dialog is cancelled
+    std::vector<std::string> folderTitles;
+    std::string folder;                        ///< empty: every folder dialog is cancelled
+    std::function<void(const Box&)> whileOpen; ///< what happens before the answer
 };
 
 } // namespace velmo::test

@@ -3,6 +3,7 @@
 #include "core/PathRules.h"
 #include "ports/Files.h"
 
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -16,8 +17,10 @@ class FakeFiles final : public ports::Files
 public:
     std::map<std::string, std::string> files;
     std::set<std::string> directories;
+    std::set<std::string> unreachable; ///< can't become the current directory
     std::string current = "/start";
     bool writesFail = false;
+    std::function<void(const std::string&)> onReplace; ///< told of each file that is to be written
 
     std::string DirSearch(const std::string& path) override
     {
@@ -38,10 +41,23 @@ public:
                                    const std::string& content,
                                    unsigned) override
     {
+        if (onReplace)
+            onReplace(path);
         if (writesFail)
             return ports::WriteResult::Failed;
         files[path] = content;
         return ports::WriteResult::Written;
+    }
+    ports::WriteResult CopyFile(const std::string& from, const std::string& to) override
+    {
+        const auto source = Read(from);
+        return source ? ReplaceFile(to, *source, 0) : ports::WriteResult::Failed;
+    }
+    bool RemoveFile(const std::string& path) override { return files.erase(path) > 0; }
+    bool MakeDirectory(const std::string& path) override
+    {
+        directories.insert(path);
+        return true;
     }
     std::unique_ptr<Lock> LockDirectoryOf(const std::string&) override { return nullptr; }
     std::vector<std::string> Walk(const std::string& directory, bool recursive) override
@@ -56,6 +72,8 @@ public:
     std::string CurrentDirectory() override { return current; }
     bool SetCurrentDirectory(const std::string& path) override
     {
+        if (unreachable.contains(path))
+            return false;
         current = path;
         return true;
     }

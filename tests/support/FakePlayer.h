@@ -2,18 +2,29 @@
 
 #include "core/RunError.h"
 #include "core/modINI.h"
+#include "equalizer/EqualizerFiles.h"
 #include "forms/ErrMGR.h"
 #include "forms/Playlist.h"
+#include "forms/fX.h"
 #include "forms/wmain.h"
 #include "playlist/Adding.h"
+#include "playlist/MediaFilter.h"
+#include "playlist/modPlaylist.h"
 #include "playlist/modTags.h"
+#include "sound/DjMethods.h"
 #include "sound/Monitor.h"
+#include "sound/Transport.h"
 #include "sound/modBassFunctions.h"
 #include "support/FakeBass.h"
+#include "support/FakeClock.h"
+#include "support/FakeCollation.h"
 #include "support/FakeDialogs.h"
 #include "support/FakeFiles.h"
+#include "support/FakeRandom.h"
 #include "support/FakeSettings.h"
+#include "visualisation/Spectrum.h"
 
+#include <functional>
 #include <map>
 #include <string>
 
@@ -65,6 +76,26 @@ public:
     std::unique_ptr<Library> Open(const std::string&) override { return nullptr; }
 };
 
+/// Writes down what it is told.
+class FakeStatusChanger final : public StatusChanger
+{
+public:
+    void UpdateYahooPlaying(const std::string& path) override { Note("playing " + path); }
+    void UpdateYahooStopped() override { Note("stopped"); }
+    void UpdateYahooExit() override { Note("exit"); }
+
+    std::vector<std::string> told;
+    std::function<void(const std::string&)> onTold;
+
+private:
+    void Note(const std::string& text)
+    {
+        told.push_back(text);
+        if (onTold)
+            onTold(text);
+    }
+};
+
 /// The logic of the player over fakes, as the program puts it together.
 struct FakePlayer
 {
@@ -78,13 +109,46 @@ struct FakePlayer
     modBass table = bass.Table();
     forms::wmain wmain;
     forms::Playlist playlist;
+    forms::fX fX;
     forms::ErrMGR errMGR;
     TransportState state;
     modTags tags{table, tagLibrary, files, "/app/"};
-    Adding adding{playlist, tags, settings, files};
     TrackForms trackForms{wmain, playlist, errMGR};
-    modBassFunctions tracks{table, settings, files, tags, state, trackForms};
-    Monitor monitor{table, state, trackForms, tracks};
+    FakeRandom random;
+    FakeClock clock;
+    FakeStatusChanger status;
+    modPlaylist list{playlist, settings, files, "/app/"};
+    FakeCollation collation;
+    Ordering ordering{
+        list, playlist, {collation, random, clock}
+    };
+    EntryMaker entries{playlist, tags};
+    PluginTable plugins;
+    MediaFilter mediaFilter{plugins};
+    AddingModules addingModules{list, entries, mediaFilter, ordering};
+    Adding adding{addingModules, playlist, settings, files};
+    modFXFunctions equalizer{table, fX};
+    EqualizerFiles curves{fX, equalizer, settings, files, dialogs, "/app/"};
+    modBassFunctions tracks{
+        table, settings, files, tags, equalizer, state, trackForms, {list, status}
+    };
+    RandomRow randomRow{random, clock};
+    DjMethods dj{table, settings, state, trackForms, list, tracks, randomRow};
+    Transport transport{
+        table,
+        settings,
+        files,
+        dialogs,
+        state,
+        trackForms,
+        {list, status},
+        mediaFilter,
+        tracks,
+        dj,
+        randomRow
+    };
+    Monitor monitor{table, settings, state, trackForms, tracks, dj, transport};
+    Spectrum spectrum{table, settings, wmain, state};
 
     /// A file that exists and that the library can open.
     void AddSound(const std::string& path, FakeSound sound)

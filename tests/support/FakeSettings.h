@@ -3,6 +3,7 @@
 #include "core/CaseRules.h"
 #include "ports/SettingsFile.h"
 
+#include <functional>
 #include <map>
 #include <string>
 
@@ -27,7 +28,11 @@ public:
                       const std::string& path) override
     {
         m_values[Address(section, key, path)] = value;
+        if (onWrite)
+            onWrite(section + " " + key + "=" + value);
     }
+
+    std::function<void(const std::string&)> onWrite; ///< told of each write, in words
 
 private:
     static std::string Address(const std::string& section,
