@@ -30,7 +30,13 @@ void PlayerApplication::Post(std::function<void()> handler)
 
 void PlayerApplication::Quit(int status)
 {
+    m_isQuitting = true;
     m_eventLoop.Quit(status);
+}
+
+bool PlayerApplication::IsQuitting()
+{
+    return m_isQuitting;
 }
 
 } // namespace velmo

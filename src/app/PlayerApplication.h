@@ -18,10 +18,12 @@ public:
     std::string ApplicationDirectory() override;
     void Post(std::function<void()> handler) override;
     void Quit(int status) override;
+    bool IsQuitting() override;
 
 private:
     const Process& m_process;
     qt::QtEventLoop m_eventLoop;
+    bool m_isQuitting = false;
 };
 
 } // namespace velmo

@@ -12,34 +12,124 @@ namespace velmo {
 Program::Program(Process& process)
     : m_process(process)
     , m_application(process)
+    , m_proxy(m_bass, process.settings)
     , m_tagLibrary(m_libraries, process.directories.program + TagLibraryFileName)
     , m_tags(m_bass, m_tagLibrary, process.files, process.directories.application)
-    , m_adding(m_playlist, m_tags, process.settings, process.files)
+    , m_list(m_playlist, process.settings, process.files, process.directories.application)
+    , m_ordering(m_list, m_playlist, {m_collation, m_random, m_clock})
+    , m_entries(m_playlist, m_tags)
+    , m_mediaFilter(m_plugins)
+    , m_adding({m_list, m_entries, m_mediaFilter, m_ordering},
+               m_playlist,
+               process.settings,
+               process.files)
+    , m_store(process.files, process.directories.application)
+    , m_listDialogs(m_list,
+                    {m_playlist, m_frmListMGR},
+                    m_ordering,
+                    m_store,
+                    process.settings,
+                    process.files,
+                    process.dialogs)
+    , m_equalizer(m_bass, m_fX)
+    , m_curves(m_fX,
+               m_equalizer,
+               process.settings,
+               process.files,
+               process.dialogs,
+               process.directories.application)
+    , m_equalizerWindow(m_fX, m_equalizer, process.settings)
     , m_tracks(m_bass,
                process.settings,
                process.files,
                m_tags,
+               m_equalizer,
                m_transport,
-               {m_wmain, m_playlist, m_errMGR})
-    , m_monitor(m_bass, m_transport, {m_wmain, m_playlist, m_errMGR}, m_tracks)
-    , m_titleReader(m_playlist, m_tracks, PathOfCommandLine(process.commandLine, process.files))
-    , m_mainWindow(m_wmain, m_playlist, m_bass, process.settings, m_desktop, m_transport, m_monitor)
-    , m_titleScroller(m_wmain, process.settings, m_transport)
-    , m_startCore({m_application, process.files, m_libraries, process.dialogs},
-                  process.settings,
-                  m_bass,
-                  m_adding,
-                  [this] { return CreateMainWindow(); })
-    , m_bringUp(m_splash, m_wmain, m_startCore, process.settings, m_application)
-    , m_exitProgram(m_bass,
+               {m_wmain, m_playlist, m_errMGR},
+               {m_list, m_status})
+    , m_randomRow(m_random, m_clock)
+    , m_dj(m_bass,
+           process.settings,
+           m_transport,
+           {m_wmain, m_playlist, m_errMGR},
+           m_list,
+           m_tracks,
+           m_randomRow)
+    , m_controls(m_bass,
+                 process.settings,
+                 process.files,
+                 process.dialogs,
+                 m_transport,
+                 {m_wmain, m_playlist, m_errMGR},
+                 {m_list, m_status},
+                 m_mediaFilter,
+                 m_tracks,
+                 m_dj,
+                 m_randomRow)
+    , m_keys(m_controls, m_mixerProgram, m_keyCalls)
+    , m_monitor(m_bass,
+                process.settings,
+                m_transport,
+                {m_wmain, m_playlist, m_errMGR},
+                m_tracks,
+                m_dj,
+                m_controls)
+    , m_addingDialogs({m_list, m_entries, m_mediaFilter, m_ordering},
+                      m_playlist,
+                      m_tracks,
+                      process.settings,
+                      process.files,
+                      process.dialogs)
+    , m_addLocation(m_frmAddLocation, m_playlist, process.settings)
+    , m_listManager(
+          m_frmListMGR,
+          m_playlist,
+          {m_list, m_adding, m_store, m_tags, m_collation, process.files, process.dialogs})
+    , m_titleReader(m_list,
+                    m_playlist,
+                    m_tags,
+                    m_ordering,
+                    m_tracks,
                     process.settings,
-                    m_transport,
-                    m_wmain,
-                    {&m_wmain, &m_errMGR, &m_splash},
-                    process.instance,
+                    process.files,
+                    PathOfCommandLine(process.commandLine, process.files))
+    , m_spectrum(m_bass, process.settings, m_wmain, m_transport)
+    , m_mainWindow(m_wmain,
+                   m_playlist,
+                   m_bass,
+                   process.settings,
+                   m_desktop,
+                   m_transport,
+                   m_monitor,
+                   {m_spectrum, m_equalizerWindow, m_curves})
+    , m_titleScroller(m_wmain, process.settings, m_transport)
+    , m_systray(m_tray, m_wmain)
+    , m_startCore({m_application, process.files, m_libraries, process.dialogs, m_associations},
+                  StartedModules(),
+                  CallsOfStart())
+    , m_bringUp(m_splash, m_wmain, m_startCore, process.settings, m_application)
+    , m_endingSteps({m_bass,
+                     process.settings,
+                     m_transport,
+                     m_wmain,
+                     m_playlist,
+                     m_list,
+                     m_status,
+                     m_curves,
+                     process.instance},
+                    CallsOfEndings())
+    , m_exitProgram(
+          m_endingSteps,
+          {&m_wmain, &m_playlist, &m_fX, &m_frmListMGR, &m_frmAddLocation, &m_errMGR, &m_splash},
+          m_application)
+    , m_restartCore(m_endingSteps,
+                    m_startCore,
+                    {&m_fX, &m_frmListMGR, &m_frmAddLocation, &m_errMGR},
                     m_application)
+    , m_stClose(m_endingSteps, m_application)
     , m_wmainView(m_wmain)
     , m_errMGRView(m_errMGR)
+    , m_addLocationView(m_frmAddLocation)
     , m_splashView(m_splash)
     , m_wmainTimers(m_wmain, m_timers)
     , m_playlistTimers(m_playlist, m_timers)
@@ -47,11 +137,44 @@ Program::Program(Process& process)
     , m_signals([this] { m_exitProgram.Run(); })
 {
     BindEvents();
+    BindLists();
+    BindTransport();
 }
 
 void Program::Start()
 {
-    controls::RunEvent([this] { m_bringUp.Run(); });
+    // Within the loop: what ends the program during a box of the start ends the loop for good.
+    m_application.Post([this] { m_bringUp.Run(); });
+}
+
+StartModules Program::StartedModules()
+{
+    return {.settings = m_process.settings,
+            .bass = m_bass,
+            .plugins = m_plugins,
+            .proxy = m_proxy,
+            .transport = m_transport,
+            .systray = m_systray,
+            .shutdown = m_shutdown,
+            .resources = m_resources,
+            .adding = m_adding};
+}
+
+StartCalls Program::CallsOfStart()
+{
+    return {.createMainWindow = [this] { return CreateMainWindow(); },
+            .disableEqualizer = [this] { m_fX.Enabled = false; },
+            .buildPalette = [this] { m_spectrum.BuildHeaderAndPalette(); }};
+}
+
+EndingCalls Program::CallsOfEndings()
+{
+    return {.IsListOpen = [this] { return m_startCore.IsListOpen(); },
+            .DetachHandOver = [this] { m_takesHandOvers = false; },
+            .EndStandByGuard = {},
+            .RemoveTrayIcon = [this] { m_systray.RemoveTrayIcon(); },
+            .GiveBackSystemMenu = {},
+            .ReleaseRegions = {}};
 }
 
 void Program::BindEvents()
@@ -64,6 +187,14 @@ void Program::BindEvents()
     m_wmain.imgMinimize.MouseUp = [this](const auto& event) {
         m_mainWindow.imgMinimize_MouseUp(event);
     };
+    m_wmain.Resize = [this] {
+        m_spectrum.wmain_Resize();
+        m_mainWindow.RestorePlaylist();
+    };
+    m_wmain.picVisualisation.MouseUp = [this](const auto& event) {
+        m_spectrum.picVisualisation_MouseUp(event);
+    };
+    m_wmain.tmrSpectrum.Tick = [this] { m_spectrum.tmrSpectrum_Timer(); };
     m_wmain.tmrBASS.Tick = [this] { m_monitor.MonitorTick(); };
     m_wmain.tmrScroll.Tick = [this] { m_titleScroller.tmrScroll_Timer(); };
     m_wmain.lblTime.MouseDown = [this](const auto& event) {
@@ -81,13 +212,23 @@ void Program::BindEvents()
     m_wmain.imgPositionTicker.MouseUp = [this](const auto& event) {
         m_mainWindow.imgPositionTicker_MouseUp(event);
     };
-    m_playlist.tmrInfo.Tick = [this] { m_titleReader.tmrInfo_Timer(); };
     m_splash.tmrcZat.Tick = [this] { m_bringUp.tmrcZat_Timer(); };
     m_errMGR.Label1.Click = [this] { m_errMGR.Hide(); };
 }
 
+void Program::BindLists()
+{
+    m_playlist.tmrInfo.Tick = [this] { m_titleReader.tmrInfo_Timer(); };
+    m_frmAddLocation.btnAdd.Click = [this] { m_addLocation.btnAdd_Click(); };
+    m_frmAddLocation.btnCancel.Click = [this] { m_addLocation.btnCancel_Click(); };
+    m_frmListMGR.scBarMgr.Change = [this](bool goesDown, std::int32_t position) {
+        m_listManager.scBarMgr_Change(goesDown, position);
+    };
+}
+
 void* Program::CreateMainWindow()
 {
+    m_fX.Enabled = true; // a restart may have found the equalizer that an earlier start missed
     m_mainWindow.Load([this] { MarkMainWindow(); });
     // The engine takes a window's address and has no use for it: sound here belongs to no window.
     return nullptr;
@@ -102,9 +243,11 @@ void Program::MarkMainWindow()
     };
     const std::string allowsMany =
         m_process.settings.ReadSetting(sections::Options, keys::AllowMultipleInstances, "false");
-    if (IsFalse(allowsMany))
+    m_takesHandOvers = IsFalse(allowsMany);
+    if (m_takesHandOvers)
         events.handOver = [this](const ports::HandOverRecord& record) {
-            ReceiveHandOver(record, m_process.files, m_adding);
+            if (m_takesHandOvers)
+                ReceiveHandOver(record, m_process.files, m_adding);
         };
     m_process.instance.MarkMainWindow(std::move(events));
 }

@@ -3,10 +3,12 @@
 #include "qt/QtFdWatcher.h"
 #include "qt/QtTimers.h"
 #include "qt/SignalWatcher.h"
+#include "support/TempDir.h"
 #include "ui/SmallForm.h"
 
 #include <QAbstractButton>
 #include <QElapsedTimer>
+#include <QFileDialog>
 #include <QMessageBox>
 #include <QPointer>
 
@@ -98,6 +100,54 @@ TEST(QtDialogs, ShowTheTextsAndGiveTheAnswer)
         EXPECT_EQ(dialogs.MessageBox("<b>Really</b>\nquit?", "Titel \xC3\xA4", c.style), c.answer);
         EXPECT_TRUE(seen);
     }
+}
+
+TEST(QtDialogs, AskForFilesAndGivePathsAndLabel)
+{
+    const TempDir folder;
+    folder.Write("a.ZFX", "");
+    folder.Write("b.txt", "");
+    const char* filter = "EQ Settings (*.zfx)|*.zfx|All Files (*.*)|*.*";
+    struct Case
+    {
+        ports::FileDialogKind kind;
+        std::string chosen; ///< empty: cancelled
+        ports::FileDialogAnswer answer;
+    };
+    const Case cases[] = {
+        {ports::FileDialogKind::Open, "a.ZFX", {{folder("a.ZFX")}, "All Files (*.*)"}},
+        {ports::FileDialogKind::Save, "new",   {{folder("new")}, "All Files (*.*)"}  },
+        {ports::FileDialogKind::Open, "",      {}                                    },
+    };
+    qt::QtEventLoop loop;
+    for (const Case& c : cases) {
+        loop.Post([&] {
+            auto* box = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(box, nullptr);
+            EXPECT_EQ(box->objectName(), QStringLiteral("FileDialog"));
+            EXPECT_EQ(box->windowTitle(), QStringLiteral("Load"));
+            EXPECT_EQ(box->directory().path().toStdString(), folder());
+            EXPECT_EQ(box->nameFilters(),
+                      (QStringList{QStringLiteral("EQ Settings (*.zfx)"),
+                                   QStringLiteral("All Files (*)")}));
+            if (c.chosen.empty())
+                return box->reject();
+            box->selectFile(QString::fromStdString(c.chosen));
+            static_cast<QDialog*>(box)->accept();
+        });
+        const ports::FileDialogAnswer answer =
+            qt::QtDialogs().ChooseFiles({.kind = c.kind,
+                                         .owner = "fX",
+                                         .title = "Load",
+                                         .filter = filter,
+                                         .filterIndex = 2,
+                                         .folder = folder("gone/deeper/"),
+                                         .fileName = ""});
+        EXPECT_EQ(answer, c.answer) << c.chosen;
+    }
+    EXPECT_EQ(qt::FolderToOpenIn(folder()), folder());
+    for (const char* nowhere : {"c:\\", "", "/gone"})
+        EXPECT_TRUE(QDir(QString::fromStdString(qt::FolderToOpenIn(nowhere))).exists()) << nowhere;
 }
 
 TEST(QtEventLoop, PostedHandlersComeLaterInOrderAndMayFail)

@@ -1,9 +1,12 @@
 #include "forms/ErrMGR.h"
+#include "forms/frmAddLocation.h"
 #include "forms/frmSplash.h"
 #include "forms/wmain.h"
 #include "ui/SmallForm.h"
 
 #include <QAccessible>
+#include <QLineEdit>
+#include <QPushButton>
 #include <QWindow>
 
 #include <gmock/gmock.h>
@@ -20,7 +23,8 @@ TEST(FormView, EveryControlThatCanBeSeenIsAWidgetWithAnAccessibleName)
     forms::wmain main;
     forms::ErrMGR error;
     forms::frmSplash splash;
-    controls::Form* const forms[] = {&main, &error, &splash};
+    forms::frmAddLocation location;
+    controls::Form* const forms[] = {&main, &error, &splash, &location};
     for (controls::Form* form : forms) {
         const qt::FormView view(*form);
         EXPECT_EQ(view.objectName().toStdString(), form->Name);
@@ -37,6 +41,32 @@ TEST(FormView, EveryControlThatCanBeSeenIsAWidgetWithAnAccessibleName)
         }
         form->Hide();
     }
+}
+
+TEST(FormView, WhatIsTypedInAFieldReachesTheFormAndAButtonIsPressedByKey)
+{
+    forms::frmAddLocation form;
+    const qt::FormView view(form);
+    int clicks = 0;
+    form.btnAdd.Click = [&] { ++clicks; };
+    form.txtName.Text = std::string("old");
+    form.Show();
+    ASSERT_TRUE(WaitUntil([&] { return view.isVisible(); }));
+    ServeEvents();
+    auto* const field = Find(view, "txtName").findChild<QLineEdit*>();
+    ASSERT_NE(field, nullptr);
+    EXPECT_EQ(field->text().toStdString(), "old");
+    QTest::keyClicks(field, QStringLiteral(" name"));
+    EXPECT_EQ(form.txtName.Text.Get(), "old name");
+    form.txtName.Text = std::string();
+    ServeEvents();
+    EXPECT_TRUE(field->text().isEmpty());
+    auto* const button = Find(view, "btnAdd").findChild<QPushButton*>();
+    ASSERT_NE(button, nullptr);
+    EXPECT_EQ(button->text().toStdString(), "Add");
+    QTest::keyClick(button, Qt::Key_Space);
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_EQ(clicks, 2);
 }
 
 TEST(FormView, TellsScreenReadersNameRoleTextAndValue)
@@ -131,6 +161,15 @@ TEST(FormView, MouseReachesTheSlotsInTwipsOfTheControl)
                                      "up b2 s0 15,15",
                                      "down b1 s0 15,15",
                                      "up b1 s0 15,-45"));
+
+    // A form that is not enabled takes nothing, until it is again.
+    for (const bool enabled : {false, true}) {
+        events.clear();
+        shown.form.Enabled = enabled;
+        ServeEvents();
+        QTest::mouseClick(&bar, Qt::LeftButton, Qt::NoModifier, {1, 1});
+        EXPECT_EQ(events.empty(), !enabled);
+    }
 }
 
 TEST(FormView, KeysReachTheFormAsCodePoints)
@@ -181,6 +220,8 @@ TEST(FormView, ClosingAsksTheFormAndHidesItIfNobodyAnswers)
 TEST(FormView, StateGoesBothWays)
 {
     ShownForm shown;
+    std::vector<controls::WindowState> told;
+    shown.form.Resize = [&] { told.push_back(shown.form.State); };
     shown.form.State = controls::WindowState::Minimized;
     EXPECT_TRUE(WaitUntil([&] { return shown.view.isMinimized(); }));
     shown.view.showNormal();
@@ -190,6 +231,8 @@ TEST(FormView, StateGoesBothWays)
     shown.form.Activate();
     EXPECT_TRUE(WaitUntil([&] { return !shown.view.isMinimized() && shown.view.isVisible(); }));
     EXPECT_EQ(shown.form.State, controls::WindowState::Normal);
+    using enum controls::WindowState;
+    EXPECT_EQ(told, (std::vector{Minimized, Normal, Minimized, Normal}));
 }
 
 TEST(FormView, AlwaysOnTopKeepsTheWindowThatIsThere)

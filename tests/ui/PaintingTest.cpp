@@ -1,5 +1,6 @@
 #include "ui/SmallForm.h"
 
+#include <QBackingStore>
 #include <QImage>
 
 #include <gmock/gmock.h>
@@ -103,6 +104,40 @@ TEST(Painting, TextThatIsToShrinkFitsIntoItsLabel)
     EXPECT_GT(lit(), 0);
     shown.form.lblTime.Overflow = controls::TextOverflow::Shrink;
     EXPECT_EQ(lit(), 0);
+}
+
+TEST(Painting, PictureShowsItsPixelsFromTheBottomUpAndItsGroundAround)
+{
+    ShownForm shown;
+    const QRect box = Find(shown.view, "picSound").geometry();
+    const auto pixel = [&](int x, int y) {
+        ServeEvents();
+        return shown.view.grab().toImage().pixelColor(box.topLeft() + QPoint(x, y));
+    };
+    controls::Palette palette{};
+    palette[1] = 0xFF8000;
+    palette[2] = 0x0080FF;
+    const std::vector<std::uint8_t> indexes = {1, 1, 1, 0, 0, 2}; // two rows of three
+    shown.form.picSound.BackColor = 0x000040;
+    EXPECT_EQ(pixel(0, 0), QColor(64, 0, 0));
+    shown.form.picSound.SetDIBits(3, 2, indexes, palette);
+    EXPECT_EQ(pixel(0, 1), QColor(255, 128, 0));
+    EXPECT_EQ(pixel(2, 0), QColor(0, 128, 255));
+    EXPECT_EQ(pixel(0, 0), QColor(0, 0, 0));
+    EXPECT_EQ(pixel(3, 0), QColor(64, 0, 0));
+
+    // A new frame stands in the window's store at once, without a paint event.
+    PaintCounter paints;
+    palette[2] = 0x00FF00;
+    shown.form.picSound.SetDIBits(3, 2, indexes, palette);
+    const auto* store = dynamic_cast<QImage*>(shown.view.backingStore()->paintDevice());
+    ASSERT_NE(store, nullptr);
+    EXPECT_EQ(store->pixelColor(box.topLeft() + QPoint(2, 0)), QColor(0, 255, 0));
+    EXPECT_EQ(store->pixelColor(box.topLeft() + QPoint(0, 1)), QColor(255, 128, 0));
+    ServeEvents();
+    EXPECT_THAT(paints.Painted(), testing::IsEmpty());
+    shown.form.picSound.Cls();
+    EXPECT_EQ(pixel(0, 1), QColor(64, 0, 0));
 }
 
 TEST(Painting, HiddenControlIsNotPaintedAndComesBack)

@@ -19,6 +19,7 @@ TEST(QtText, BytesThatAreNoTextKeepAPlaceOfTheirOwn)
         {"plain",                u"plain"                   },
         {"\xC3\xA4\xE2\x82\xAC", u"\u00E4\u20AC"            },
         {"\xF0\x9F\x8E\xB5",     u"\U0001F3B5"              },
+        {"\xEF\xBB\xBFz",        u"\uFEFFz"                 }, // a mark is a character
         {"a\xFFz",               u"a\xDCFFz"                },
         {"\xC3",                 u"\xDCC3"                  }, // cut off
         {"\xE2\x82",             u"\xDCE2\xDC82"            },

@@ -14,6 +14,7 @@ SmallForm::SmallForm()
     , imgKnob(*this, "imgKnob", {150, 600, 300, 150}, ImageShape::Knob)
     , imgArea(*this, "imgArea", {150, 900, 150, 150})
     , txtNote(*this, "txtNote", {1200, 900, 900, 450})
+    , picSound(*this, "picSound", {450, 900, 150, 150})
     , tmrTick(*this, "tmrTick", 1000, false, controls::TimerAccuracy::Coarse)
 {
     lblTime.ToolTipText = "Curent position";

@@ -2,6 +2,7 @@
 
 #include "controls/Controls.h"
 #include "controls/Form.h"
+#include "controls/Picture.h"
 #include "qt/FormView.h"
 
 #include <QApplication>
@@ -24,6 +25,7 @@ public:
     controls::Image imgKnob;
     controls::Image imgArea;
     controls::TextBox txtNote;
+    controls::Picture picSound;
     controls::Timer tmrTick;
 };
 

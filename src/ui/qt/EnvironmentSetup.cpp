@@ -12,6 +12,10 @@ void SetUpEnvironment()
     // Nothing is drawn by OpenGL, and looking for it costs time at every start.
     if (!qEnvironmentVariableIsSet("QT_XCB_GL_INTEGRATION"))
         qputenv("QT_XCB_GL_INTEGRATION", "none");
+    // With shared memory the toolkit waits for the server before each picture; the windows are
+    // small enough to be sent.
+    if (!qEnvironmentVariableIsSet("QT_XCB_NO_MITSHM"))
+        qputenv("QT_XCB_NO_MITSHM", "1");
     // Without a session bus the toolkit would have one launched, which costs more than all else
     // here.
     const QString runtimeDirectory = qEnvironmentVariable("XDG_RUNTIME_DIR");

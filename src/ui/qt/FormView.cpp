@@ -1,8 +1,11 @@
 #include "FormView.h"
 
+#include "ButtonWidget.h"
 #include "ControlAccessible.h"
 #include "ImageWidget.h"
 #include "LabelWidget.h"
+#include "LineEditWidget.h"
+#include "PictureWidget.h"
 #include "QtFont.h"
 #include "QtText.h"
 #include "SkinPaint.h"
@@ -21,6 +24,13 @@ namespace {
 
 using controls::WindowState;
 
+ControlWidget* MakeTextWidget(controls::TextBox& box, ControlHost& host, QWidget& window)
+{
+    if (box.Lines == controls::TextLines::One)
+        return new LineEditWidget(box, host, &window);
+    return new TextBoxWidget(box, host, &window);
+}
+
 /// The widget of a control, a child of `window`; null for one that cannot be seen.
 ControlWidget* MakeWidget(controls::Control& control, ControlHost& host, QWidget& window)
 {
@@ -30,9 +40,13 @@ ControlWidget* MakeWidget(controls::Control& control, ControlHost& host, QWidget
     case controls::ControlKind::Image:
         return new ImageWidget(static_cast<controls::Image&>(control), host, &window);
     case controls::ControlKind::TextBox:
-        return new TextBoxWidget(static_cast<controls::TextBox&>(control), host, &window);
+        return MakeTextWidget(static_cast<controls::TextBox&>(control), host, window);
+    case controls::ControlKind::Button:
+        return new ButtonWidget(static_cast<controls::Button&>(control), host, &window);
     case controls::ControlKind::Picture:
-    case controls::ControlKind::ListRows: return new ControlWidget(control, host, &window);
+        return new PictureWidget(static_cast<controls::Picture&>(control), host, &window);
+    case controls::ControlKind::ListRows:
+    case controls::ControlKind::ScrollBar: return new ControlWidget(control, host, &window);
     case controls::ControlKind::Timer: break;
     }
     return nullptr;
@@ -156,6 +170,8 @@ void FormView::SyncWindow()
     const QSize size(ToPixels(m_form.Width), ToPixels(m_form.Height));
     if (size != this->size())
         setFixedSize(size);
+    if (isEnabled() != m_form.Enabled)
+        setEnabled(m_form.Enabled);
     if (IsFrameless(m_form) && (size != mask().boundingRect().size()))
         setMask(BodyOutline(size));
     m_place.Sync();
@@ -294,6 +310,8 @@ void FormView::changeEvent(QEvent* event)
         return;
     m_shownState = isMinimized() ? WindowState::Minimized : WindowState::Normal;
     m_form.State = m_shownState;
+    if (std::exchange(m_toldState, m_shownState) != m_shownState)
+        controls::CallSlot(m_form.Resize);
 }
 
 void FormView::moveEvent(QMoveEvent* event)

@@ -62,6 +62,7 @@ private:
     bool m_isTextShown = false;
     const QString m_engraving; ///< on the body; the window's title may run, this does not
     controls::WindowState m_shownState = controls::WindowState::Normal;
+    controls::WindowState m_toldState = controls::WindowState::Normal; ///< by `Resize`
 };
 
 } // namespace velmo::qt

@@ -6,7 +6,33 @@
 #include <QAccessible>
 #include <QPainter>
 
+#include <optional>
+
 namespace velmo::qt {
+
+namespace {
+
+/// The sign of the round key that the shape is; nothing for other shapes.
+std::optional<BeadSign> SignOf(controls::ImageShape shape)
+{
+    using controls::ImageShape;
+    switch (shape) {
+    case ImageShape::CloseBead: return BeadSign::Cross;
+    case ImageShape::MinimizeBead: return BeadSign::Dash;
+    case ImageShape::BackBead: return BeadSign::Back;
+    case ImageShape::PlayBead: return BeadSign::Play;
+    case ImageShape::PauseBead: return BeadSign::Pause;
+    case ImageShape::StopBead: return BeadSign::Stop;
+    case ImageShape::OpenBead: return BeadSign::Open;
+    case ImageShape::NextBead: return BeadSign::Next;
+    case ImageShape::Area:
+    case ImageShape::Slot:
+    case ImageShape::Knob: break;
+    }
+    return std::nullopt;
+}
+
+} // namespace
 
 ImageWidget::ImageWidget(controls::Image& image, ControlHost& host, QWidget* parent)
     : ControlWidget(image, host, parent)
@@ -37,9 +63,7 @@ QAccessible::Role ImageWidget::AccessibleRole() const
 {
     if (AccessibleShare() >= 0)
         return QAccessible::Slider;
-    const bool isKey = m_image.Shape == controls::ImageShape::CloseBead
-                       || m_image.Shape == controls::ImageShape::MinimizeBead;
-    return isKey ? QAccessible::PushButton : QAccessible::Graphic;
+    return SignOf(m_image.Shape) ? QAccessible::PushButton : QAccessible::Graphic;
 }
 
 double ImageWidget::AccessibleShare() const
@@ -50,13 +74,14 @@ double ImageWidget::AccessibleShare() const
 void ImageWidget::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
-    switch (m_image.Shape) {
-    case controls::ImageShape::Area: painter.fillRect(rect(), ToQColor(m_fill)); break;
-    case controls::ImageShape::Slot: PaintSlot(painter, rect()); break;
-    case controls::ImageShape::Knob: PaintKnob(painter, rect()); break;
-    case controls::ImageShape::CloseBead: PaintBead(painter, rect(), BeadSign::Cross); break;
-    case controls::ImageShape::MinimizeBead: PaintBead(painter, rect(), BeadSign::Dash); break;
-    }
+    if (const auto sign = SignOf(m_image.Shape))
+        PaintBead(painter, rect(), *sign);
+    else if (m_image.Shape == controls::ImageShape::Slot)
+        PaintSlot(painter, rect());
+    else if (m_image.Shape == controls::ImageShape::Knob)
+        PaintKnob(painter, rect());
+    else
+        painter.fillRect(rect(), ToQColor(m_fill));
 }
 
 } // namespace velmo::qt

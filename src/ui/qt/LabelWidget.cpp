@@ -33,11 +33,16 @@ void LabelWidget::Sync()
     if (look == m_look)
         return;
     const bool isNewText = look.caption != m_look.caption;
+    if (look.font != m_look.font)
+        m_font.reset();
     m_look = std::move(look);
     update();
-    if (!isNewText)
+    if (!isNewText) {
+        m_running.Forget();
         return;
+    }
     m_text = FromBytes(m_look.caption);
+    m_running.Show(m_text);
     setProperty("text", m_text);
     if (QAccessible::isActive()) {
         QAccessibleValueChangeEvent change(this, m_text);
@@ -63,22 +68,25 @@ void LabelWidget::paintEvent(QPaintEvent* /*event*/)
         PaintText(painter);
 }
 
-void LabelWidget::PaintText(QPainter& painter) const
+void LabelWidget::PaintText(QPainter& painter)
 {
-    QFont font = ToQFont(m_look.font);
-    double width = QFontMetricsF(font).horizontalAdvance(m_text);
-    if (m_look.overflow == controls::TextOverflow::Shrink && width > this->width()) {
-        font.setPixelSize(std::max(1, static_cast<int>(font.pixelSize() * this->width() / width)));
-        width = QFontMetricsF(font).horizontalAdvance(m_text);
-    }
-    const bool isCentred = m_look.align == controls::TextAlign::Centre && width < this->width();
-    const double left = isCentred ? (this->width() - width) / 2 : 0;
+    if (!m_font)
+        m_font = ToQFont(m_look.font);
+    QFont font = *m_font;
+    const auto textWidth = [&] { return QFontMetricsF(font).horizontalAdvance(m_text); };
+    if (m_look.overflow == controls::TextOverflow::Shrink && textWidth() > width())
+        font.setPixelSize(std::max(1, static_cast<int>(font.pixelSize() * width() / textWidth())));
+    const double spare = m_look.align == controls::TextAlign::Centre ? width() - textWidth() : 0;
+    const double left = std::max(spare, 0.0) / 2;
     // Capitals stand in the middle of the height: many labels are lower than their font's full
     // line.
     const double baseline = (height() + QFontMetricsF(font).capHeight()) / 2;
     painter.setFont(font);
     painter.setPen(ToQColor(m_look.fore));
-    painter.drawText(QPointF(left, std::round(baseline)), m_text);
+    const bool canRun =
+        m_look.align == controls::TextAlign::Left && m_look.overflow == controls::TextOverflow::Cut;
+    if (!canRun || !m_running.Runs() || !m_running.Paint(painter, std::round(baseline), height()))
+        painter.drawText(QPointF(left, std::round(baseline)), m_text);
 }
 
 } // namespace velmo::qt

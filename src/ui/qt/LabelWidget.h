@@ -1,8 +1,13 @@
 #pragma once
 
 #include "ControlWidget.h"
+#include "RunningText.h"
 
 #include "controls/Controls.h"
+
+#include <QFont>
+
+#include <optional>
 
 namespace velmo::qt {
 
@@ -34,11 +39,14 @@ private:
         bool operator==(const Look&) const = default;
     };
 
-    void PaintText(QPainter& painter) const;
+    void PaintText(QPainter& painter);
 
     const controls::Label& m_label;
     Look m_look;
+    /// That of `m_look`, once it has been painted with: looking a font up is dear.
+    std::optional<QFont> m_font;
     QString m_text;
+    RunningText m_running; ///< drawn with `m_look`
 };
 
 } // namespace velmo::qt

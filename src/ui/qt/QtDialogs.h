@@ -4,7 +4,8 @@
 
 namespace velmo::qt {
 
-/// Message boxes in front of the active window. The box's object name is "MessageBox".
+/// Message boxes and file dialogs in front of the active window. The object names are "MessageBox"
+/// and "FileDialog" (folders too).
 class QtDialogs final : public ports::Dialogs
 {
 public:
@@ -12,6 +13,13 @@ public:
     ports::MessageAnswer MessageBox(const std::string& text,
                                     const std::string& title,
                                     ports::MessageStyle style) override;
+
+    ports::FileDialogAnswer ChooseFiles(const ports::FileDialog& dialog) override;
+    std::string ChooseFolder(const std::string& title) override;
+    void ServeEvents() override;
 };
+
+/// The folder in which a dialog opens that was asked to open in `folder`.
+std::string FolderToOpenIn(const std::string& folder);
 
 } // namespace velmo::qt

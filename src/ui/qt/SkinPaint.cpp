@@ -214,29 +214,4 @@ void PaintKnob(QPainter& painter, const QRect& place)
     painter.setRenderHint(QPainter::Antialiasing, false);
 }
 
-void PaintBead(QPainter& painter, const QRect& place, BeadSign sign)
-{
-    painter.setRenderHint(QPainter::Antialiasing);
-    const QPointF middle = QRectF(place).center();
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(0x0c, 0x0d, 0x0f));
-    painter.drawEllipse(middle, 5.5, 5.5);
-    const QRectF face(middle.x() - 4.5, middle.y() - 4.5, 9, 9);
-    QLinearGradient steel = Diagonal(face);
-    steel.setColorAt(0, QColor(0xb3, 0xbc, 0xc7));
-    steel.setColorAt(0.5, QColor(0x6a, 0x72, 0x7d));
-    steel.setColorAt(1, QColor(0x2d, 0x31, 0x36));
-    painter.setBrush(steel);
-    painter.drawEllipse(face);
-    constexpr double Arm = 2;
-    painter.setPen(QPen(QColor(0x0c, 0x0d, 0x0f), 1.4, Qt::SolidLine, Qt::FlatCap));
-    if (sign == BeadSign::Dash) {
-        painter.drawLine(middle - QPointF(Arm + 0.5, 0), middle + QPointF(Arm + 0.5, 0));
-    } else {
-        painter.drawLine(middle - QPointF(Arm, Arm), middle + QPointF(Arm, Arm));
-        painter.drawLine(middle - QPointF(Arm, -Arm), middle + QPointF(Arm, -Arm));
-    }
-    painter.setRenderHint(QPainter::Antialiasing, false);
-}
-
 } // namespace velmo::qt

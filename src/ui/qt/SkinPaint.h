@@ -37,9 +37,15 @@ enum class BeadSign
 {
     Cross,
     Dash,
+    Back,
+    Play,
+    Pause,
+    Stop,
+    Open,
+    Next,
 };
 
-/// A small round key in the middle of `place`.
+/// A round key in the middle of `place`, as large as it can be.
 void PaintBead(QPainter& painter, const QRect& place, BeadSign sign);
 
 /// A raised knob with a lit middle that fills `place`.
