@@ -14,11 +14,17 @@ RULES = {
     "src/core": (['"ports/Files.h"'], ['"bass/modBass.h"', '"forms/wmain.h"', "<QString>"]),
     "src/bass": (['"bass.h"', '"core/RunError.h"'], ['"playlist/modTags.h"', '"channels/Channel.h"']),
     "src/playlist": (['"bass/modBass.h"'], ['"sound/Monitor.h"', '"windows/wmain.h"', "<QString>"]),
+    "src/equalizer": (['"bass_fx.h"', '"forms/fX.h"'], ['"sound/TransportState.h"', '"windows/wmain.h"', "<QString>"]),
+    "src/visualisation": (['"sound/TransportState.h"'], ['"windows/wmain.h"', '"qt/FormView.h"', "<QImage>"]),
+    "src/listmanager": (['"playlist/Adding.h"'], ['"sound/Monitor.h"', '"windows/wmain.h"', "<QString>"]),
     "src/sound": (['"playlist/modTags.h"'], ['"windows/wmain.h"', '"lifecycle/mMain.h"', "<QWidget>"]),
     "src/windows": (['"sound/Monitor.h"'], ['"lifecycle/mMain.h"', '"qt/FormView.h"', "<QWidget>"]),
+    "src/integration": (['"core/modINI.h"'], ['"bass/modBass.h"', '"controls/Form.h"', "<QString>"]),
     "src/lifecycle": (['"windows/wmain.h"'], ['"qt/FormView.h"', '"linux/LinuxFiles.h"', "<QWidget>"]),
     "src/platform/linux": (['"ports/Files.h"'], ['"sound/Monitor.h"', '"controls/Form.h"', "<QString>"]),
-    "src/ui/qt": (['"controls/Form.h"', "<QWidget>"], ['"sound/Monitor.h"', '"core/modINI.h"', '"bass.h"']),
+    "src/ui/qt": (['"controls/Form.h"', '"core/UnicodePath.h"', "<QWidget>"],
+                  ['"sound/Monitor.h"', '"forms/wmain.h"', '"bass.h"']),
+    "engine/plugins/flac": (['"bass_plugin.h"', '"decode/FileWindow.h"'], ['"core/modINI.h"', '"qt/FormView.h"', "<QString>"]),
     "engine/src/mixer": (['"bass.h"'], ['"core/modINI.h"', '"ports/Files.h"', "<QString>"]),
 }
 

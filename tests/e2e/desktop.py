@@ -70,7 +70,8 @@ class Desktop:
 
     def start_desktop(self, window_manager):
         reading, writing = os.pipe()
-        self.start(["Xvfb", "-displayfd", str(writing), "-screen", "0", "1280x1024x24", "-nolisten", "tcp"],
+        # Without -noreset the server begins anew whenever its last client leaves, and takes the window manager along.
+        self.start(["Xvfb", "-displayfd", str(writing), "-screen", "0", "1280x1024x24", "-nolisten", "tcp", "-noreset"],
                    pass_fds=[writing], environment=dict(os.environ))
         os.close(writing)
         with os.fdopen(reading) as answer:
