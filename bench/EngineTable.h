@@ -24,6 +24,8 @@ struct EngineTable
     decltype(&::BASS_ChannelIsActive) ChannelIsActive = nullptr;
     decltype(&::BASS_ChannelGetPosition) ChannelGetPosition = nullptr;
     decltype(&::BASS_ChannelGetLength) ChannelGetLength = nullptr;
+    decltype(&::BASS_GetStatistics) GetStatistics = nullptr;
+    decltype(&::BASS_GetDeviceInfo) GetDeviceInfo = nullptr;
 };
 
 template<class Function>
@@ -56,6 +58,8 @@ inline EngineTable LoadEngine(const std::string& directory)
     Find(library, "BASS_ChannelIsActive", table.ChannelIsActive);
     Find(library, "BASS_ChannelGetPosition", table.ChannelGetPosition);
     Find(library, "BASS_ChannelGetLength", table.ChannelGetLength);
+    Find(library, "BASS_GetStatistics", table.GetStatistics);
+    Find(library, "BASS_GetDeviceInfo", table.GetDeviceInfo);
     return table;
 }
 

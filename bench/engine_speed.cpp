@@ -7,6 +7,7 @@
 #include "Measure.h"
 
 #include <cmath>
+#include <fstream>
 #include <limits>
 #include <thread>
 
@@ -83,6 +84,38 @@ double PlayedProcessorSeconds(const EngineTable& engine, const std::string& path
     return used;
 }
 
+/// Bytes of memory in use that belong to no file.
+double AnonymousBytes()
+{
+    std::ifstream status("/proc/self/status");
+    std::string word;
+    while (status >> word && word != "RssAnon:") {}
+    double kibibytes = 0;
+    status >> kibibytes;
+    return kibibytes * 1024;
+}
+
+/// The bare library goes first, so that what a decoder takes is in use before and after.
+void MeasureMemory(const EngineTable& engine, const std::string& files)
+{
+    const std::string path = files + "/long.mp3";
+    BareDecode(path, 10);
+    const double before = AnonymousBytes();
+    setenv("VELMO_AUDIO", "null", 1);
+    engine.SetConfig(0, 500);
+    engine.Init(-1, DeviceRate, 0, nullptr, nullptr);
+    const DWORD channel = Open(engine, path);
+    engine.ChannelPlay(channel, 1);
+    Wait(std::chrono::seconds(3));
+    const double mebibytes = (AnonymousBytes() - before) / 1048576;
+    engine.StreamFree(channel);
+    engine.Free();
+    Row("memory of the engine with one channel playing, beyond the decoder's, 500 ms buffer",
+        Text("%.2f MiB", mebibytes),
+        "4 MiB",
+        mebibytes < 4);
+}
+
 void MeasureNullOutput(const EngineTable& engine, const std::string& files)
 {
     constexpr double Played = 20;
@@ -135,6 +168,7 @@ int main(int argc, char** argv)
         return 2;
     }
     const auto engine = velmo::bench::LoadEngine(argv[1]);
+    velmo::bench::MeasureMemory(engine, argv[2]);
     velmo::bench::MeasureThroughput(engine, argv[2]);
     velmo::bench::MeasureNullOutput(engine, argv[2]);
     return 0;
