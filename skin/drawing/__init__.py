@@ -1,0 +1,1 @@
+"""The pictures of the windows, as drawings."""
