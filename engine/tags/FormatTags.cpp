@@ -7,6 +7,7 @@
 #include <taglib/apetag.h>
 #include <taglib/asffile.h>
 #include <taglib/flacfile.h>
+#include <taglib/id3v2framefactory.h>
 #include <taglib/id3v2tag.h>
 #include <taglib/infotag.h>
 #include <taglib/mp4file.h>
@@ -21,13 +22,8 @@
 
 #include <array>
 #include <cstring>
-#include <filesystem>
 #include <memory>
 #include <mutex>
-
-#include <fcntl.h>
-#include <system_error>
-#include <unistd.h>
 
 namespace velmo::tags {
 
@@ -104,21 +100,18 @@ void SetInfoText()
 } // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): kept, as told
 
 /// The first bytes of the file, enough to tell its kind.
-std::string ReadHead(const std::string& path)
+std::string ReadHead(TagFile& file)
 {
-    std::string head(64, '\0');
-    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    const ssize_t size = file < 0 ? 0 : pread(file, head.data(), head.size(), 0);
-    if (file >= 0)
-        close(file);
-    head.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
-    return head;
+    constexpr unsigned HeadBytes = 64;
+    file.seek(0, TagFile::Beginning);
+    const TagLib::ByteVector head = file.readBlock(HeadBytes);
+    return {head.data(), head.size()};
 }
 
-TagFields ReadMpeg(const std::string& path)
+TagFields ReadMpeg(TagFile& stream)
 {
     TagFields fields;
-    TagLib::MPEG::File file(path.c_str(), false);
+    TagLib::MPEG::File file(&stream, TagLib::ID3v2::FrameFactory::instance(), false);
     if (file.hasID3v2Tag())
         TakeMissing(fields, *file.ID3v2Tag());
     if (file.hasAPETag())
@@ -126,11 +119,11 @@ TagFields ReadMpeg(const std::string& path)
     return fields;
 }
 
-TagFields ReadWave(const std::string& path)
+TagFields ReadWave(TagFile& stream)
 {
     std::call_once(infoTextSet, &SetInfoText);
     TagFields fields;
-    TagLib::RIFF::WAV::File file(path.c_str(), false);
+    TagLib::RIFF::WAV::File file(&stream, false);
     if (file.hasID3v2Tag())
         TakeMissing(fields, *file.ID3v2Tag());
     if (!file.hasInfoTag())
@@ -144,20 +137,20 @@ TagFields ReadWave(const std::string& path)
     return fields;
 }
 
-TagFields ReadAiff(const std::string& path)
+TagFields ReadAiff(TagFile& stream)
 {
     TagFields fields;
-    TagLib::RIFF::AIFF::File file(path.c_str(), false);
+    TagLib::RIFF::AIFF::File file(&stream, false);
     if (file.hasID3v2Tag())
         TakeMissing(fields, *file.tag());
-    TakeMissingFrom(ReadAiffTexts(path), fields);
+    TakeMissingFrom(ReadAiffTexts(stream.name()), fields);
     return fields;
 }
 
-TagFields ReadFlac(const std::string& path)
+TagFields ReadFlac(TagFile& stream)
 {
     TagFields fields;
-    TagLib::FLAC::File file(path.c_str(), false);
+    TagLib::FLAC::File file(&stream, TagLib::ID3v2::FrameFactory::instance(), false);
     if (file.hasXiphComment())
         TakeMissing(fields, *file.xiphComment());
     if (file.hasID3v2Tag())
@@ -167,13 +160,13 @@ TagFields ReadFlac(const std::string& path)
 
 /// Tags behind and before the sound, whatever that is: the two kinds of files that the tag library
 /// reads so are not looked at any further.
-TagFields ReadOuterTags(const std::string& path)
+TagFields ReadOuterTags(TagFile& stream)
 {
     TagFields fields;
-    TagLib::APE::File behind(path.c_str(), false);
+    TagLib::APE::File behind(&stream, false);
     if (behind.hasAPETag())
         TakeMissing(fields, *behind.APETag());
-    TagLib::TrueAudio::File before(path.c_str(), false);
+    TagLib::TrueAudio::File before(&stream, false);
     if (before.hasID3v2Tag())
         TakeMissing(fields, *before.ID3v2Tag());
     return fields;
@@ -181,53 +174,52 @@ TagFields ReadOuterTags(const std::string& path)
 
 /// The comments of a file whose kind has one place for them.
 template<class File>
-TagFields ReadOneTag(const std::string& path)
+TagFields ReadOneTag(TagFile& stream)
 {
     TagFields fields;
-    const File file(path.c_str(), false);
+    const File file(&stream, false);
     if (file.isValid() && file.tag() != nullptr)
         TakeMissing(fields, *file.tag());
     return fields;
 }
 
-TagFields ReadOgg(const std::string& path, const std::string& head)
+TagFields ReadOgg(TagFile& stream, const std::string& head)
 {
     if (head.find("OpusHead") != std::string::npos)
-        return ReadOneTag<TagLib::Ogg::Opus::File>(path);
+        return ReadOneTag<TagLib::Ogg::Opus::File>(stream);
     if (head.find("FLAC") != std::string::npos)
-        return ReadOneTag<TagLib::Ogg::FLAC::File>(path);
-    return ReadOneTag<TagLib::Ogg::Vorbis::File>(path);
+        return ReadOneTag<TagLib::Ogg::FLAC::File>(stream);
+    return ReadOneTag<TagLib::Ogg::Vorbis::File>(stream);
 }
 
 } // namespace
 
-TagFields ReadFormatTags(const std::string& path, DWORD ctype)
+TagFields ReadFormatTags(TagFile& stream, DWORD ctype)
 {
-    std::error_code ignored;
-    if (!std::filesystem::is_regular_file(path, ignored))
-        return {}; // the tag library might wait for what is none
+    if (!stream.isOpen())
+        return {};
     switch (ctype) {
-    case BASS_CTYPE_STREAM_FLAC: return ReadFlac(path);
-    case BASS_CTYPE_STREAM_FLAC_OGG: return ReadOneTag<TagLib::Ogg::FLAC::File>(path);
-    case BASS_CTYPE_STREAM_OPUS: return ReadOneTag<TagLib::Ogg::Opus::File>(path);
-    case BASS_CTYPE_STREAM_WAV: return ReadWave(path);
-    case BASS_CTYPE_STREAM_AIFF: return ReadAiff(path);
+    case BASS_CTYPE_STREAM_FLAC: return ReadFlac(stream);
+    case BASS_CTYPE_STREAM_FLAC_OGG: return ReadOneTag<TagLib::Ogg::FLAC::File>(stream);
+    case BASS_CTYPE_STREAM_OPUS: return ReadOneTag<TagLib::Ogg::Opus::File>(stream);
+    case BASS_CTYPE_STREAM_WAV: return ReadWave(stream);
+    case BASS_CTYPE_STREAM_AIFF: return ReadAiff(stream);
     case BASS_CTYPE_STREAM_MP1:
     case BASS_CTYPE_STREAM_MP2:
-    case BASS_CTYPE_STREAM_MP3: return ReadMpeg(path);
+    case BASS_CTYPE_STREAM_MP3: return ReadMpeg(stream);
     case BASS_CTYPE_STREAM_MP4:
-    case BASS_CTYPE_STREAM_ALAC: return ReadOneTag<TagLib::MP4::File>(path);
-    case BASS_CTYPE_STREAM_WMA: return ReadOneTag<TagLib::ASF::File>(path);
+    case BASS_CTYPE_STREAM_ALAC: return ReadOneTag<TagLib::MP4::File>(stream);
+    case BASS_CTYPE_STREAM_WMA: return ReadOneTag<TagLib::ASF::File>(stream);
     case BASS_CTYPE_STREAM_WV:
     case BASS_CTYPE_STREAM_APE:
     case BASS_CTYPE_STREAM_MPC:
     case BASS_CTYPE_STREAM_TTA:
     case BASS_CTYPE_STREAM_AAC:
-    case BASS_CTYPE_STREAM_AC3: return ReadOuterTags(path);
+    case BASS_CTYPE_STREAM_AC3: return ReadOuterTags(stream);
     default: break;
     }
-    const std::string head = ReadHead(path);
-    return head.starts_with("OggS") ? ReadOgg(path, head) : ReadMpeg(path);
+    const std::string head = ReadHead(stream);
+    return head.starts_with("OggS") ? ReadOgg(stream, head) : ReadMpeg(stream);
 }
 
 } // namespace velmo::tags

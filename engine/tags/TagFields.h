@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TagFile.h"
 #include "bass.h"
 
 #include <string>
@@ -28,9 +29,9 @@ std::string Fill(std::string_view format, const TagFields& fields);
 /// The tags of the file's own format. All empty if there are none or the file can't be read. The
 /// file's kind is `ctype`, which the engine tells of it (`BASS_CTYPE_`); what it doesn't name is
 /// told by the first bytes, never by the file's name.
-TagFields ReadFormatTags(const std::string& path, DWORD ctype);
+TagFields ReadFormatTags(TagFile& stream, DWORD ctype);
 
 /// The ID3v1 tag at the file's end; all empty if there is none.
-TagFields ReadId3v1(const std::string& path);
+TagFields ReadId3v1(TagFile& file);
 
 } // namespace velmo::tags

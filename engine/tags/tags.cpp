@@ -43,39 +43,32 @@ const char* Text(std::string text, LastRead& last)
     return last.text.empty() ? nullptr : last.text.c_str();
 }
 
-using Reader = TagFields (*)(const BASS_CHANNELINFO& info);
+/// Reads both kinds of tags: who asks for the one asks for the other, and opening costs the most.
+void ReadTags(const BASS_CHANNELINFO& info, LastRead& last)
+{
+    TagFile file(info.filename);
+    last.id3v1 = ReadId3v1(file);
+    last.format = TagFields{};
+    try {
+        last.format = ReadFormatTags(file, info.ctype);
+    } catch (...) {
+        // The tag library chokes on the file: no tag of its format.
+    }
+}
 
-const char* Read(DWORD handle,
-                 const char* format,
-                 std::optional<TagFields> LastRead::*kept,
-                 Reader reader) noexcept
+const char* Read(DWORD handle, const char* format, std::optional<TagFields> LastRead::*tag) noexcept
 {
     thread_local LastRead last;
     try {
         const BASS_CHANNELINFO info = format == nullptr ? BASS_CHANNELINFO{} : FileOf(handle, last);
         if (info.filename == nullptr)
             return nullptr;
-        std::optional<TagFields>& fields = last.*kept;
-        if (!fields)
-            fields = reader(info);
-        return Text(Fill(format, *fields), last);
+        if (!(last.*tag))
+            ReadTags(info, last);
+        return Text(Fill(format, *(last.*tag)), last);
     } catch (...) {
-        return nullptr; // out of memory, or a file that the tag library chokes on: no tag
+        return nullptr; // out of memory
     }
-}
-
-const char* ReadFormat(DWORD handle, const char* format) noexcept
-{
-    return Read(handle, format, &LastRead::format, [](const auto& info) {
-        return ReadFormatTags(info.filename, info.ctype);
-    });
-}
-
-const char* ReadV1(DWORD handle, const char* format) noexcept
-{
-    return Read(handle, format, &LastRead::id3v1, [](const auto& info) {
-        return ReadId3v1(info.filename);
-    });
 }
 
 } // namespace
@@ -87,13 +80,13 @@ extern "C" {
 __attribute__((visibility("default"))) const char* TAGS_Read(DWORD handle,
                                                              const char* format) noexcept
 {
-    return velmo::tags::ReadFormat(handle, format);
+    return velmo::tags::Read(handle, format, &velmo::tags::LastRead::format);
 }
 
 __attribute__((visibility("default"))) const char* TAGS_ID3V1_Read(DWORD handle,
                                                                    const char* format) noexcept
 {
-    return velmo::tags::ReadV1(handle, format);
+    return velmo::tags::Read(handle, format, &velmo::tags::LastRead::id3v1);
 }
 
 } // extern "C"

@@ -53,11 +53,23 @@ std::string Demo(const char* name)
     return std::string(VELMO_DEMO_DIRECTORY) + "/" + name;
 }
 
+TagFields Id3v1Of(const std::string& path)
+{
+    TagFile file(path);
+    return ReadId3v1(file);
+}
+
+TagFields FormatTagsOf(const std::string& path, DWORD ctype)
+{
+    TagFile file(path);
+    return ReadFormatTags(file, ctype);
+}
+
 TEST(Id3v1, TextsEndAtPaddingAndAreReadAsUtf8OrAsWindows1252)
 {
     const std::string comment = Padded("Remark", 28, ' ') + '\0' + '\x0c';
     const TemporaryFile file("sound sound" + Block("Caf\xC3\xA9", "Caf\xE9 \x80", comment, '\x11'));
-    const TagFields fields = ReadId3v1(file.Path());
+    const TagFields fields = Id3v1Of(file.Path());
     EXPECT_EQ(fields.title, "Caf\xC3\xA9");
     EXPECT_EQ(fields.artist, "Caf\xC3\xA9 \xE2\x82\xAC");
     EXPECT_EQ(fields.album, "Album");
@@ -70,7 +82,7 @@ TEST(Id3v1, TextsEndAtPaddingAndAreReadAsUtf8OrAsWindows1252)
 TEST(Id3v1, WithoutATrackTheCommentHasThirtyCharacters)
 {
     const TemporaryFile file(Block("T", "A", Padded("c", 30, 'c'), '\xFF'));
-    const TagFields fields = ReadId3v1(file.Path());
+    const TagFields fields = Id3v1Of(file.Path());
     EXPECT_EQ(fields.comment, std::string(30, 'c'));
     EXPECT_EQ(fields.track, "");
     EXPECT_EQ(fields.genre, "");
@@ -78,10 +90,10 @@ TEST(Id3v1, WithoutATrackTheCommentHasThirtyCharacters)
 
 TEST(Id3v1, WhatHasNoBlockHasNoTag)
 {
-    EXPECT_EQ(ReadId3v1("/nowhere").title, "");
-    EXPECT_EQ(ReadId3v1("/").title, "");
+    EXPECT_EQ(Id3v1Of("/nowhere").title, "");
+    EXPECT_EQ(Id3v1Of("/").title, "");
     const TemporaryFile tooShort("TAGx");
-    EXPECT_EQ(ReadId3v1(tooShort.Path()).title, "");
+    EXPECT_EQ(Id3v1Of(tooShort.Path()).title, "");
 }
 
 TEST(FormatTags, EachKindOfFileTellsItsOwnTags)
@@ -100,11 +112,11 @@ TEST(FormatTags, EachKindOfFileTellsItsOwnTags)
         {"rain-on-the-bench.flac", BASS_CTYPE_STREAM_FLAC, "Velmo Ensemble", "Rain on the Bench"},
     };
     for (const auto& c : cases) {
-        const TagFields fields = ReadFormatTags(Demo(c.file), c.ctype);
+        const TagFields fields = FormatTagsOf(Demo(c.file), c.ctype);
         EXPECT_EQ(fields.artist, c.artist) << c.file;
         EXPECT_EQ(fields.title, c.title) << c.file;
     }
-    EXPECT_EQ(ReadId3v1(Demo("night-ferry.mp3")).title, "The Night Ferry");
+    EXPECT_EQ(Id3v1Of(Demo("night-ferry.mp3")).title, "The Night Ferry");
 }
 
 TEST(FormatTags, EncodersOfAllKindsAreRead)
@@ -141,7 +153,7 @@ TEST(FormatTags, EncodersOfAllKindsAreRead)
             c.suffix,
             {.frames = 4000});
         const TemporaryFile file(std::string(bytes.begin(), bytes.end()));
-        const TagFields fields = ReadFormatTags(file.Path(), c.ctype);
+        const TagFields fields = FormatTagsOf(file.Path(), c.ctype);
         EXPECT_EQ(fields.artist, "K\xC3\xBCnstler");
         EXPECT_EQ(fields.title, "Lied");
         EXPECT_EQ(fields.copyright, "(c) me");
@@ -162,7 +174,7 @@ TEST(FormatTags, TextsOfWavFilesMayBeWindows1252)
     std::string content(bytes.begin(), bytes.end());
     content.replace(content.find("XYZ"), 3, "\x80\xE9Z");
     const TemporaryFile file(content);
-    EXPECT_EQ(ReadFormatTags(file.Path(), BASS_CTYPE_STREAM_WAV).artist, "\xE2\x82\xAC\xC3\xA9Z");
+    EXPECT_EQ(FormatTagsOf(file.Path(), BASS_CTYPE_STREAM_WAV).artist, "\xE2\x82\xAC\xC3\xA9Z");
 }
 
 TEST(FormatTags, DamagedFilesHaveNone)
@@ -182,10 +194,10 @@ TEST(FormatTags, DamagedFilesHaveNone)
          {"OggS", "OggSOpusHead", "OggSFLAC", "fLaC", "RIFF", "FORM", "ID3", ""}) {
         const TemporaryFile file(head + std::string(200, '\xFF'));
         for (const DWORD ctype : Kinds)
-            EXPECT_EQ(ReadFormatTags(file.Path(), ctype).title, "") << head << ctype;
+            EXPECT_EQ(FormatTagsOf(file.Path(), ctype).title, "") << head << ctype;
     }
     for (const DWORD ctype : Kinds)
-        EXPECT_EQ(ReadFormatTags("/nowhere", ctype).title, "");
+        EXPECT_EQ(FormatTagsOf("/nowhere", ctype).title, "");
 }
 
 TEST(FormatTags, TagOfAnotherKindInFrontHidesNone)
@@ -194,7 +206,7 @@ TEST(FormatTags, TagOfAnotherKindInFrontHidesNone)
     const std::string bytes(std::istreambuf_iterator<char>(flac), {});
     const std::string tag = std::string("ID3\x03\0\0\0\0\0\x40", 10) + std::string(64, '\0');
     const TemporaryFile file(tag + bytes);
-    EXPECT_EQ(ReadFormatTags(file.Path(), BASS_CTYPE_STREAM_FLAC).title, "Rain on the Bench");
+    EXPECT_EQ(FormatTagsOf(file.Path(), BASS_CTYPE_STREAM_FLAC).title, "Rain on the Bench");
 }
 
 TEST(Fill, ReplacesTheMarksItKnows)

@@ -4,7 +4,6 @@
 #include "SpeakerFlags.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 namespace velmo::engine {
@@ -167,12 +166,12 @@ void Channel::HeardSpectrum(std::uint64_t heardOut,
                             const Spectrum& spectrum,
                             float* magnitudes) const noexcept
 {
-    std::array<float, 2 * LookFrames> stereo; // NOLINT(*-member-init): filled below
+    Spectrum::Sums sums; // NOLINT(*-member-init): filled below
     if (const Voice* const voice = Audible())
-        HeardSound(*voice, heardOut).CopyAround(stereo, 2);
+        HeardSound(*voice, heardOut).SumAround(sums);
     else
-        stereo.fill(0);
-    spectrum.Compute(stereo.data(), LookFrames, magnitudes);
+        sums.fill(0);
+    spectrum.Compute(sums, magnitudes);
 }
 
 BASS_CHANNELINFO Channel::Info() const noexcept

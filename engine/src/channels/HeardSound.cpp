@@ -1,5 +1,7 @@
 #include "HeardSound.h"
 
+#include "dsp/Spectrum.h"
+
 #include <algorithm>
 #include <array>
 
@@ -40,12 +42,31 @@ std::size_t HeardSound::CopyFromHere(std::span<float> out, std::uint32_t channel
     return frames;
 }
 
+void HeardSound::SumAround(std::span<float> sums) const noexcept
+{
+    auto [silent, next, left] = Around(sums.size());
+    float* place = std::fill_n(sums.data(), silent, 0.0f);
+    while (left > 0) {
+        const std::span<const float> piece = m_past.Piece(next, left);
+        const std::size_t frames = piece.size() / 2;
+        Spectrum::SumSides(piece, place);
+        next += frames;
+        left -= frames;
+        place += frames;
+    }
+}
+
+HeardSound::Stretch HeardSound::Around(std::size_t frames) const noexcept
+{
+    const std::size_t kept = std::min<std::uint64_t>(frames, m_past.End() - m_past.Begin());
+    return {
+        .silent = frames - kept, .start = std::min(m_heard, m_past.End() - kept), .frames = kept};
+}
+
 void HeardSound::CopyAround(std::span<float> out, std::uint32_t channels) const noexcept
 {
-    const std::size_t wanted = out.size() / channels;
-    std::size_t left = std::min<std::uint64_t>(wanted, m_past.End() - m_past.Begin());
-    std::uint64_t next = std::min(m_heard, m_past.End() - left);
-    float* place = std::fill_n(out.data(), (wanted - left) * channels, 0.0f);
+    auto [silent, next, left] = Around(out.size() / channels);
+    float* place = std::fill_n(out.data(), silent * channels, 0.0f);
     if (channels == 2) {
         m_past.Copy(next, {place, left * 2});
         return;

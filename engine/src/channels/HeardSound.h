@@ -24,10 +24,22 @@ public:
     /// end, or more is asked than is kept.
     std::size_t CopyFromHere(std::span<float> out, std::uint32_t channels) const noexcept;
 
-    /// The same, but at the end fills all of it as well, with the last frames.
-    void CopyAround(std::span<float> out, std::uint32_t channels) const noexcept;
+    /// The sums of both sides of as many frames, from the one that is heard on. At the end it fills
+    /// all of `sums` as well, with the last frames.
+    void SumAround(std::span<float> sums) const noexcept;
 
 private:
+    /// Frames of which the first ones may lie before the voice's first.
+    struct Stretch
+    {
+        std::size_t silent;
+        std::uint64_t start; ///< frame of the voice behind the silent ones
+        std::size_t frames;  ///< from there on
+    };
+
+    Stretch Around(std::size_t frames) const noexcept;
+    void CopyAround(std::span<float> out, std::uint32_t channels) const noexcept;
+
     const bool m_finished;
     const Ring::Peek m_past;
     const std::uint64_t m_heard; ///< frame of the voice

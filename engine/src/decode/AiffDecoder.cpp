@@ -27,8 +27,8 @@ int ProbeAiff(const std::uint8_t* head, std::size_t size) noexcept
 
 } // namespace
 
-constexpr BASS_DECODER AiffDecoder =
-    MakeDecoder<SndfileSource, &OpenAiff>({.name = "AIFF",
+constexpr BuiltinDecoder AiffDecoder =
+    MakeBuiltin<SndfileSource, &OpenAiff>({.name = "AIFF",
                                            .masks = "*.aiff;*.aif;*.aifc",
                                            .kind = BASS_DECODER_STREAM,
                                            .probe = &ProbeAiff});

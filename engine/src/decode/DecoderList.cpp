@@ -7,10 +7,13 @@ namespace velmo::engine {
 std::vector<DecoderEntry> ListDecoders(std::span<const DecoderEntry> ofPlugins)
 {
     std::vector<DecoderEntry> list;
-    for (const BASS_DECODER* decoder : {&WavDecoder, &AiffDecoder, &VorbisDecoder, &ModuleDecoder})
-        list.push_back({.decoder = decoder, .owner = nullptr});
+    const auto add = [&list](const BuiltinDecoder& own) {
+        list.push_back({.decoder = &own.table, .owner = nullptr, .openSound = own.openSound});
+    };
+    for (const BuiltinDecoder* own : {&WavDecoder, &AiffDecoder, &VorbisDecoder, &ModuleDecoder})
+        add(*own);
     list.insert(list.end(), ofPlugins.begin(), ofPlugins.end());
-    list.push_back({.decoder = &MpegDecoder, .owner = nullptr});
+    add(MpegDecoder);
     return list;
 }
 

@@ -3,6 +3,7 @@
 
 #include "bass_plugin.h"
 
+#include "decode/DecoderList.h"
 #include "decode/FileWindow.h"
 #include "decode/Result.h"
 #include "decode/SoundStart.h"
@@ -27,14 +28,22 @@ struct DecoderFunctions
                       BASS_SOURCE_FORMAT* format,
                       int* error) noexcept
     {
+        Result<File> file = File::Open(path);
+        *error = file.error;
+        if (!file)
+            return nullptr;
+        const std::uint64_t start = SoundStart(file.value);
+        return OpenSound(FileWindow(std::move(file.value), start), deviceRate, format, error);
+    }
+
+    /// The same for a file that is open already; see `BuiltinDecoder`.
+    static void* OpenSound(FileWindow sound,
+                           std::uint32_t deviceRate,
+                           BASS_SOURCE_FORMAT* format,
+                           int* error) noexcept
+    {
         try {
-            Result<File> file = File::Open(path);
-            *error = file.error;
-            if (!file)
-                return nullptr;
-            const std::uint64_t start = SoundStart(file.value);
-            Result<std::unique_ptr<T>> source =
-                OpenFile(FileWindow(std::move(file.value), start), deviceRate);
+            Result<std::unique_ptr<T>> source = OpenFile(std::move(sound), deviceRate);
             *error = source.error;
             if (!source)
                 return nullptr;
@@ -85,6 +94,14 @@ constexpr BASS_DECODER MakeDecoder(const DecoderText& text)
             .read = &Functions::Read,
             .seek = &Functions::Seek,
             .close = &Functions::Close};
+}
+
+/// The same for a decoder of the engine's own.
+template<typename T, auto OpenFile>
+constexpr BuiltinDecoder MakeBuiltin(const DecoderText& text)
+{
+    return {.table = MakeDecoder<T, OpenFile>(text),
+            .openSound = &DecoderFunctions<T, OpenFile>::OpenSound};
 }
 
 } // namespace velmo::engine

@@ -60,7 +60,9 @@ std::size_t FileWindow::Read(std::span<std::uint8_t> out) noexcept
     std::size_t got = FromBuffer(out);
     if (got == out.size())
         return got;
-    if (out.size() - got < BufferBytes && FillBuffer())
+    // What ends with the window has nothing behind it that would be read next.
+    const bool isLast = out.size() - got >= Size() - Position();
+    if (out.size() - got < BufferBytes && !isLast && FillBuffer())
         return got + FromBuffer(out.subspan(got));
     const std::size_t direct = ReadAt(Position(), out.subspan(got));
     m_position += direct;

@@ -189,8 +189,8 @@ int ProbeModule(const std::uint8_t* head, std::size_t size) noexcept
 
 } // namespace
 
-constexpr BASS_DECODER ModuleDecoder =
-    MakeDecoder<ModuleSource, &OpenModule>({.name = "Tracker module",
+constexpr BuiltinDecoder ModuleDecoder =
+    MakeBuiltin<ModuleSource, &OpenModule>({.name = "Tracker module",
                                             .masks = "*.mod;*.xm;*.s3m;*.it;*.mtm;*.umx;*.mo3",
                                             .kind = BASS_DECODER_MUSIC,
                                             .probe = &ProbeModule});

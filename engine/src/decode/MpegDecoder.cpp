@@ -249,8 +249,8 @@ int ProbeMpeg(const std::uint8_t* head, std::size_t size) noexcept
 
 } // namespace
 
-constexpr BASS_DECODER MpegDecoder =
-    MakeDecoder<MpegSource, &OpenMpeg>({.name = "MPEG audio",
+constexpr BuiltinDecoder MpegDecoder =
+    MakeBuiltin<MpegSource, &OpenMpeg>({.name = "MPEG audio",
                                         .masks = "*.mp3;*.mp2;*.mp1",
                                         .kind = BASS_DECODER_STREAM,
                                         .probe = &ProbeMpeg});

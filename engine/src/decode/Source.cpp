@@ -7,6 +7,7 @@
 #include <array>
 #include <cmath>
 #include <new>
+#include <optional>
 #include <utility>
 
 namespace velmo::engine {
@@ -14,19 +15,31 @@ namespace {
 
 using Head = std::array<std::uint8_t, BASS_DECODER_HEAD>;
 
-/// Reads what the probes get to see: the file's beginning, or what stands behind its tags.
-Result<std::size_t> ReadHead(const char* path, Head& head) noexcept
+/// A file whose decoder is looked for.
+struct Candidate
 {
-    const Result<File> file = File::Open(path);
-    if (!file)
-        return Result<std::size_t>::Failure(file.error);
-    std::size_t size = file.value.ReadAt(0, head);
-    if (size == 0 && file.value.Size() > 0)
-        return Result<std::size_t>::Failure(BASS_DECODER_CANNOT_OPEN);
-    const std::uint64_t start = SoundStart(file.value, std::span(head).first(size));
+    std::optional<File> file; ///< until a decoder has taken it
+    std::uint64_t start = 0;  ///< of the sound, behind the tags
+    std::size_t headSize = 0;
+};
+
+/// Opens the file and reads what the probes get to see: its beginning, or what stands behind its
+/// tags.
+Result<Candidate> LookAt(const char* path, Head& head) noexcept
+{
+    Result<File> opened = File::Open(path);
+    if (!opened)
+        return Result<Candidate>::Failure(opened.error);
+    const File& file = opened.value;
+    std::size_t size = file.ReadAt(0, head);
+    if (size == 0 && file.Size() > 0)
+        return Result<Candidate>::Failure(BASS_DECODER_CANNOT_OPEN);
+    const std::uint64_t start = SoundStart(file, std::span(head).first(size));
     if (start > 0)
-        size = file.value.ReadAt(start, head);
-    return {.value = size};
+        size = file.ReadAt(start, head);
+    return {
+        .value = {.file = std::move(opened.value), .start = start, .headSize = size}
+    };
 }
 
 bool IsPlayable(const BASS_SOURCE_FORMAT& format) noexcept
@@ -63,6 +76,22 @@ void CloseOpened(const BASS_DECODER& decoder, void* opened) noexcept
     });
 }
 
+/// What the decoder has opened, or null.
+void* OpenWith(const DecoderEntry& entry,
+               const char* path,
+               Candidate& candidate,
+               std::uint32_t deviceRate,
+               BASS_SOURCE_FORMAT& format,
+               int& error) noexcept
+{
+    if (entry.openSound != nullptr && candidate.file) {
+        FileWindow sound(*std::exchange(candidate.file, std::nullopt), candidate.start);
+        return entry.openSound(std::move(sound), deviceRate, &format, &error);
+    }
+    return Guarded<void*>(nullptr,
+                          [&] { return entry.decoder->open(path, deviceRate, &format, &error); });
+}
+
 /// One sample that is no number would stay in every filter behind for good.
 void SilenceNonNumbers(float* samples, std::size_t count) noexcept
 {
@@ -79,19 +108,19 @@ Result<std::unique_ptr<Source>> Source::Open(const char* path,
 {
     using Opened = Result<std::unique_ptr<Source>>;
     Head head;
-    const Result<std::size_t> size = ReadHead(path, head);
-    if (!size)
-        return Opened::Failure(size.error);
+    Result<Candidate> candidate = LookAt(path, head);
+    if (!candidate)
+        return Opened::Failure(candidate.error);
+    const std::size_t size = candidate.value.headSize;
     int failure = BASS_DECODER_NOT_MINE;
     for (const DecoderEntry& entry : decoders) {
         const BASS_DECODER& decoder = *entry.decoder;
         if (decoder.kind != static_cast<std::uint32_t>(kind)
-            || Guarded(0, [&] { return decoder.probe(head.data(), size.value); }) == 0)
+            || Guarded(0, [&] { return decoder.probe(head.data(), size); }) == 0)
             continue;
         BASS_SOURCE_FORMAT format = {};
         int error = BASS_DECODER_NOT_MINE;
-        void* const opened = Guarded<void*>(
-            nullptr, [&] { return decoder.open(path, deviceRate, &format, &error); });
+        void* const opened = OpenWith(entry, path, candidate.value, deviceRate, format, error);
         if (opened == nullptr) {
             failure = IsReason(error) ? error : failure;
             continue;

@@ -173,8 +173,8 @@ int ProbeVorbis(const std::uint8_t* head, std::size_t size) noexcept
 
 } // namespace
 
-constexpr BASS_DECODER VorbisDecoder =
-    MakeDecoder<VorbisSource, &OpenVorbis>({.name = "Ogg Vorbis",
+constexpr BuiltinDecoder VorbisDecoder =
+    MakeBuiltin<VorbisSource, &OpenVorbis>({.name = "Ogg Vorbis",
                                             .masks = "*.ogg;*.oga",
                                             .kind = BASS_DECODER_STREAM,
                                             .probe = &ProbeVorbis});

@@ -27,7 +27,7 @@ int ProbeWav(const std::uint8_t* head, std::size_t size) noexcept
 
 } // namespace
 
-constexpr BASS_DECODER WavDecoder = MakeDecoder<SndfileSource, &OpenWav>(
+constexpr BuiltinDecoder WavDecoder = MakeBuiltin<SndfileSource, &OpenWav>(
     {.name = "WAV", .masks = "*.wav", .kind = BASS_DECODER_STREAM, .probe = &ProbeWav});
 
 } // namespace velmo::engine

@@ -11,34 +11,41 @@ namespace velmo::engine {
 /// Stockham, from one array to another and back, so that nothing needs to be put in order and the
 /// inner loops run over neighbours. Real and imaginary parts are in arrays of their own.
 ///
-/// The tables are made by the constructor; any thread may transform then.
+/// A picture asks for one transform and then sleeps, and finds neither code nor data in the
+/// processor's caches the next time: to fetch them takes longer than all the arithmetic. So the
+/// tables are as small as can be, and all else is worked out from them.
+///
+/// They are made by the constructor; any thread may transform then.
 class Fft
 {
 public:
     static constexpr std::size_t Points = 2048;
     static constexpr std::size_t Half = Points / 2;
 
-    struct Complex
-    {
-        alignas(64) std::array<float, Half> re;
-        alignas(64) std::array<float, Half> im;
-    };
+    using Signal = std::array<float, Points>;
 
     Fft();
 
-    /// `signal` holds the even samples in `re`, the odd ones in `im`; it is used up. Writes the
-    /// squares of the magnitudes of bins 0 to 1023.
-    void Power(Complex& signal, float* power) const noexcept;
+    /// cos(pi * i / 1024) for `i` from 0 to 512.
+    const std::array<float, Half / 2 + 1>& Cosine() const noexcept { return m_cos; }
+
+    /// Writes the magnitudes of bins 0 to 1023, that of bin 0 halved; 0 for what is too large to
+    /// mean something, or no number. `signal` is used up.
+    void Magnitudes(Signal& signal, float* magnitudes) const noexcept;
 
 private:
-    void Transform(Complex& signal, Complex& spare) const noexcept;
+    struct Complex
+    {
+        std::array<float, Half> re;
+        std::array<float, Half> im;
+    };
 
-    using Turns = std::array<std::array<float, Half / 4>, 3>;
+    void Transform(Signal& signal, Complex& result) const noexcept;
 
-    Turns m_cos = {}; ///< of one, two and three times a quarter turn in `Half` / 4 steps
-    Turns m_sin = {}; ///< negative: the direction of the transform
-    std::array<float, Half> m_halfCos = {}; ///< of half a turn in `Half` steps
-    std::array<float, Half> m_halfSin = {};
+    std::array<float, Half / 2 + 1> m_cos = {};
+    // Turns by `i` of 1024 parts of the circle, in the direction of the transform.
+    std::array<float, Half / 4> m_turnRe = {};
+    std::array<float, Half / 4> m_turnIm = {};
 };
 
 } // namespace velmo::engine

@@ -3,8 +3,8 @@
 
 #include "Fft.h"
 
-#include <array>
 #include <cstddef>
+#include <span>
 
 namespace velmo::engine {
 
@@ -15,23 +15,25 @@ namespace velmo::engine {
 /// both bins beside it), so magnitudes are divided by half the window's sum; bin 0, which has no
 /// mirror image, by the whole sum: a constant 1 gives 1. Bin i is at i * rate / 2048 Hz.
 ///
-/// Tables are made by the constructor; after that any thread may compute, several at once.
+/// The table is made by the constructor; after that any thread may compute, several at once.
 class Spectrum
 {
 public:
     static constexpr std::size_t Frames = 2048;
     static constexpr std::size_t Bins = Frames / 2;
 
-    Spectrum();
+    /// The sum of both sides of each frame.
+    using Sums = Fft::Signal;
 
-    /// Writes `Bins` magnitudes for `frames` interleaved stereo frames, of which the first `Frames`
-    /// count; those missing at the end are silence. Takes a few microseconds and 16 KiB of the
+    /// Writes the sums of interleaved stereo frames to `sums`.
+    static void SumSides(std::span<const float> stereo, float* sums) noexcept;
+
+    /// Writes `Bins` magnitudes; `sums` are used up. Takes a few microseconds and 8 KiB of the
     /// stack; doesn't allocate, lock or throw. Where a sample is infinite or no number, all are 0.
-    void Compute(const float* stereo, std::size_t frames, float* magnitudes) const noexcept;
+    void Compute(Sums& sums, float* magnitudes) const noexcept;
 
 private:
     Fft m_fft;
-    std::array<float, Frames> m_window = {};
 };
 
 } // namespace velmo::engine

@@ -28,15 +28,20 @@ std::uint64_t Ring::Peek::Begin() const noexcept
     return m_end - std::min<std::uint64_t>(m_end, m_ring.m_history);
 }
 
-void Ring::Peek::Copy(std::uint64_t frame, std::span<float> out) const noexcept
+std::span<const float> Ring::Peek::Piece(std::uint64_t frame, std::size_t maxFrames) const noexcept
 {
     const std::size_t memory = m_ring.m_capacity + m_ring.m_history;
+    const std::size_t place = frame % memory;
+    return {m_ring.m_samples.get() + place * 2, std::min(maxFrames, memory - place) * 2};
+}
+
+void Ring::Peek::Copy(std::uint64_t frame, std::span<float> out) const noexcept
+{
     while (!out.empty()) {
-        const std::size_t place = frame % memory;
-        const std::size_t frames = std::min(out.size() / 2, memory - place);
-        std::copy_n(m_ring.m_samples.get() + place * 2, frames * 2, out.begin());
-        frame += frames;
-        out = out.subspan(frames * 2);
+        const std::span<const float> piece = Piece(frame, out.size() / 2);
+        std::copy(piece.begin(), piece.end(), out.begin());
+        frame += piece.size() / 2;
+        out = out.subspan(piece.size());
     }
 }
 

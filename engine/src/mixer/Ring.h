@@ -32,6 +32,9 @@ public:
         std::uint64_t Begin() const noexcept;
         /// The frame behind the newest one that has been read.
         std::uint64_t End() const noexcept { return m_end; }
+        /// Up to `maxFrames` frames from `frame` on, which lie between `Begin` and `End`; fewer
+        /// where the ring's memory ends. Theirs for the peek's life.
+        std::span<const float> Piece(std::uint64_t frame, std::size_t maxFrames) const noexcept;
         /// Fills `out` with the frames from `frame` on, which lie between `Begin` and `End`.
         void Copy(std::uint64_t frame, std::span<float> out) const noexcept;
 

@@ -16,8 +16,10 @@ using Magnitudes = std::array<float, engine::Spectrum::Bins>;
 Magnitudes SpectrumOf(const std::vector<float>& samples)
 {
     const engine::Spectrum spectrum;
+    engine::Spectrum::Sums sums;
     Magnitudes magnitudes;
-    spectrum.Compute(samples.data(), samples.size() / 2, magnitudes.data());
+    engine::Spectrum::SumSides(samples, sums.data());
+    spectrum.Compute(sums, magnitudes.data());
     return magnitudes;
 }
 
@@ -41,7 +43,7 @@ TEST(SpectrumTest, HasTheWindowsScallopingBetweenTwoBins)
     EXPECT_LT(got[220], 1e-3f);
 }
 
-TEST(SpectrumTest, AveragesSidesAndTakesMissingFramesForSilence)
+TEST(SpectrumTest, AveragesBothSides)
 {
     const std::vector<float> constant(2 * Frames, 1.0f);
     EXPECT_NEAR(SpectrumOf(constant)[0], 1.0f, 1e-5f);
@@ -50,17 +52,6 @@ TEST(SpectrumTest, AveragesSidesAndTakesMissingFramesForSilence)
     for (std::size_t i = 0; i < sides.size(); i += 2)
         sides[i] = 0;
     EXPECT_NEAR(SpectrumOf(sides)[40], 0.4f, 1e-5f);
-
-    for (const std::size_t frames : {0u, 1u, 777u, 1024u}) {
-        const std::vector<float> part(Noise(frames));
-        std::vector<float> padded = part;
-        padded.resize(2 * Frames);
-        EXPECT_EQ(SpectrumOf(part), SpectrumOf(padded)) << frames;
-    }
-    std::vector<float> more = Noise(Frames + 100);
-    const Magnitudes first = SpectrumOf(more);
-    more.resize(2 * Frames);
-    EXPECT_EQ(SpectrumOf(more), first);
 }
 
 TEST(SpectrumTest, IsSilentWhereASampleIsNoNumber)
