@@ -79,6 +79,13 @@ public:
     Property<std::string> ToolTipText{*this};
     /// What a screen reader calls the control; the tool tip, then the name, if empty.
     Property<std::string> AccessibleName{*this};
+    /// Whether Tab reaches the control, and Space and Enter press it then. Read when the form is
+    /// first shown.
+    bool TabStop = false;
+
+    /// The control that this one is a piece of: what stands over that one's rectangle is neither
+    /// seen nor takes the mouse.
+    const Control* Container = nullptr;
 
     std::function<void(const MouseEvent&)> MouseDown;
     std::function<void(const MouseEvent&)> MouseMove;

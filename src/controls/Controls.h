@@ -1,8 +1,10 @@
 #pragma once
 
 #include "Control.h"
+#include "PictureRef.h"
 
 #include <cstdint>
+#include <optional>
 
 namespace velmo::controls {
 
@@ -37,6 +39,13 @@ enum class TextOverflow
     Shrink, ///< drawn smaller until it fits
 };
 
+/// Who draws a label's text.
+enum class LabelText
+{
+    Drawn,   ///< the label, on its plain ground
+    Printed, ///< the picture under it bears it: the label itself is clear
+};
+
 /// One line of text on a plain ground.
 class Label final : public Control
 {
@@ -49,44 +58,53 @@ public:
     Property<velmo::controls::Font> Font{*this};
     Property<TextAlign> Align{*this, TextAlign::Left};
     Property<TextOverflow> Overflow{*this, TextOverflow::Cut};
-};
-
-/// What an image shows as long as no skin gives it a picture.
-enum class ImageShape
-{
-    Area,         ///< its rectangle in `FillColor`
-    Slot,         ///< a sunk groove along its middle
-    Knob,         ///< a raised piece of metal
-    CloseBead,    ///< a round key with a cross
-    MinimizeBead, ///< a round key with a dash
-    BackBead,     ///< a round key with the sign of its command, as the next ones
-    PlayBead,
-    PauseBead,
-    StopBead,
-    OpenBead,
-    NextBead,
+    /// Read when the form is first shown.
+    LabelText Text = LabelText::Drawn;
 };
 
 /// A picture that may change under the mouse.
 class Image final : public Control
 {
 public:
-    Image(Form& form, std::string name, Bounds bounds, ImageShape shape = ImageShape::Area);
+    Image(Form& form, std::string name, Bounds bounds);
 
-    const ImageShape Shape;
-    Property<Colour> FillColor{*this, GlassBlack};
+    /// The plain ground of the control, under its picture.
+    Property<std::optional<Colour>> FillColor{*this};
+
+    /// What is shown, from the control's upper left corner on; what stands over is cut off. Without
+    /// picture and ground the control is clear and only takes the mouse.
+    Property<PictureRef> Picture{*this};
+    /// Whether the picture fills the control, however large it is itself.
+    Property<bool> Stretch{*this, false};
+
+    /// The control's own three pictures, if it changes under the mouse.
+    PictureStates States;
+    void ShowNormal() { Picture = States.normal; }
+    void ShowPressed() { Picture = States.pressed; }
+    void ShowHover() { Picture = States.hover; }
+    /// Takes the three pictures from `first` on, and shows the normal one. What changes under the
+    /// mouse can be pressed: the control becomes a tab stop.
+    void TakeStates(PictureList list, std::uint8_t first);
+    void TakeStates(const PictureStates& states);
 
     /// Makes this the knob of the slider whose track is `track`. Both must outlive each other's
     /// use.
     void SlideOn(Image& track);
 
-    /// How far the knob of the slider stands along its track, from 0 to 1; both of a slider's
+    /// How far the knob of the slider stands along its track, from 0 to 1, from the left or from
+    /// the bottom; both of a slider's
     /// images tell the same. Below 0 if the image belongs to no slider.
     double AccessibleValue() const;
 
+    /// The knob of the slider that the image belongs to; null if it belongs to none.
+    Image* Knob() const { return m_knob; }
+    /// Of an image of a slider: whether it goes up and down, and how far its knob goes, in twips.
+    bool IsUpright() const;
+    double SlideRange() const;
+
 private:
-    const Image* m_track = nullptr;
-    const Image* m_knob = nullptr;
+    Image* m_track = nullptr;
+    Image* m_knob = nullptr;
 };
 
 enum class TextLines
@@ -125,6 +143,9 @@ public:
     /// No tick comes sooner than this many milliseconds after the one before, however short the
     /// interval is.
     Property<int> LeastMs{*this, 0};
+    /// A tick would do nothing for the time being, so none comes, and the process can sleep;
+    /// `Enabled` and `Interval` stay what they are. When the rest ends a whole new interval starts.
+    Property<bool> Resting{*this, false};
     const TimerAccuracy Accuracy;
 
     std::function<void()> Tick;

@@ -1,6 +1,10 @@
 #pragma once
 
 #include "Control.h"
+#include "PictureRef.h"
+#include "PixelArea.h"
+
+#include "ports/Screens.h"
 
 #include <cstdint>
 #include <functional>
@@ -50,15 +54,23 @@ public:
     Property<bool> Enabled{*this, true};
     Property<bool> AlwaysOnTop{*this, false};
     Property<WindowState> State{*this, WindowState::Normal};
-    /// The window's ground, 0x00BBGGRR; a form without a frame shows brushed metal instead.
+    /// The window's ground where it has no picture, 0x00BBGGRR.
     Property<std::uint32_t> BackColor{*this, 0x2F2B28};
+
+    /// The window's ground, if it has a picture for it.
+    Property<PictureRef> Picture{*this};
+    /// The parts of the window that are seen and take the mouse, in logical pixels from its upper
+    /// left corner. Empty: all of its rectangle.
+    Property<std::vector<PixelArea>> Outline{*this};
+
+    /// The window beside which this one stands: it stays in front of that one and is minimised with
+    /// it, and has no place of its own in the task bar. Read when the form is first shown.
+    Form* Owner = nullptr;
 
     /// Set once the load of the window that this is the form of has run.
     bool Loaded = false;
     /// Read when the form is first shown.
     StartPlace Place = StartPlace::AsSet;
-    /// Panes of black glass let into the body, in twips. Read when the form is first shown.
-    std::vector<Bounds> Panes;
 
     std::function<void(const MouseEvent&)> MouseDown;
     std::function<void(const MouseEvent&)> MouseMove;
@@ -68,8 +80,21 @@ public:
     /// The window has been minimised or is back; `State` tells which. Comes once a change, whoever
     /// made it.
     std::function<void()> Resize;
+    /// The window's first picture has been painted; comes once, after that.
+    std::function<void()> FirstPicture;
     /// The window manager or the session asks the window to close. Unset: the form is hidden.
     std::function<void()> QueryClose;
+
+    /// The user takes hold of the window to move it: where the pointer is.
+    std::function<void(ports::ScreenPoint)> EnterSizeMove;
+    /// The pointer has moved on, and where the window would go; may be changed.
+    std::function<void(ports::ScreenPoint, ports::ScreenRect&)> Moving;
+    /// The user has let go of the window.
+    std::function<void()> ExitSizeMove;
+    /// The window has been minimised or brought back; comes before `Resize`.
+    std::function<void()> SysCommand;
+    /// Set by what shows the form: the window fills the screen's work area.
+    bool Zoomed = false;
 
     /// Set by what shows the form: after every change of a property of the form itself.
     std::function<void()> Changed;

@@ -70,6 +70,7 @@ void ListRows::AddTexts(const RowTexts& texts)
 void ListRows::Remove(std::size_t row)
 {
     const std::size_t index = IndexOf(row);
+    SetMark(index, false);
     m_rows.Erase(index);
     m_marks.erase(m_marks.begin() + static_cast<std::ptrdiff_t>(index));
     if (m_focus > row)
@@ -80,14 +81,15 @@ void ListRows::Remove(std::size_t row)
 void ListRows::RemoveMarked()
 {
     const auto isKept = [](bool marked) { return !marked; };
-    if (std::all_of(m_marks.begin(), m_marks.end(), isKept))
+    if (m_marked == 0)
         return;
     if (m_focus > 0) {
         const auto focus = m_marks.begin() + static_cast<std::ptrdiff_t>(m_focus - 1);
         m_focus = static_cast<std::size_t>(std::count_if(m_marks.begin(), focus, isKept)) + 1;
     }
     m_rows.EraseMarked(m_marks);
-    m_marks.assign(m_rows.Count(), false);
+    m_marks.resize(m_rows.Count());
+    ClearMarks();
     RowsWereRemoved();
 }
 
@@ -97,6 +99,7 @@ void ListRows::Clear()
         return;
     m_rows.Clear();
     m_marks.clear();
+    m_marked = 0;
     RowsWereRemoved();
 }
 
@@ -126,6 +129,7 @@ void ListRows::Reorder(const std::vector<std::size_t>& order)
     m_rows.Reorder(indexes);
     m_marks = std::move(marks);
     m_focus = focus;
+    m_anchor = 0;
     PropertyChanged();
 }
 
@@ -139,17 +143,63 @@ void ListRows::Mark(std::size_t row)
     const std::size_t index = IndexOf(row);
     if (m_marks[index] && m_focus == row)
         return;
-    m_marks[index] = true;
+    SetMark(index, true);
     m_focus = row;
+    m_anchor = 0;
     PropertyChanged();
 }
 
 void ListRows::DeselectAll()
 {
-    if (std::find(m_marks.begin(), m_marks.end(), true) == m_marks.end())
+    m_anchor = 0;
+    if (m_marked == 0)
         return;
-    m_marks.assign(m_marks.size(), false);
+    ClearMarks();
     PropertyChanged();
+}
+
+void ListRows::MarkAll()
+{
+    m_anchor = 0;
+    if (m_marked == Count())
+        return;
+    m_marks.assign(Count(), true);
+    m_marked = Count();
+    PropertyChanged();
+}
+
+std::size_t ListRows::MarkedCount() const
+{
+    return m_marked;
+}
+
+void ListRows::Choose(std::size_t row, Marking marking)
+{
+    const std::size_t index = IndexOf(row);
+    const std::size_t anchor = m_anchor > 0 ? m_anchor : std::max<std::size_t>(m_focus, 1);
+    m_anchor = marking == Marking::Extend ? anchor : row;
+    if (marking == Marking::Only || marking == Marking::Extend)
+        ClearMarks();
+    if (marking == Marking::Only) {
+        SetMark(index, true);
+    } else if (marking == Marking::Toggle) {
+        SetMark(index, !m_marks[index]);
+    } else if (marking == Marking::Extend) {
+        const auto [first, last] = std::minmax(anchor, row);
+        std::fill(m_marks.begin() + static_cast<std::ptrdiff_t>(first - 1),
+                  m_marks.begin() + static_cast<std::ptrdiff_t>(last),
+                  true);
+        m_marked = last - first + 1;
+    }
+    m_focus = row;
+    m_viewport.EnsureVisible(row);
+    PropertyChanged();
+}
+
+void ListRows::Move(ListStep step, Marking marking)
+{
+    if (Count() > 0)
+        Choose(Target(step), marking);
 }
 
 std::size_t ListRows::SelectedEntry() const
@@ -183,10 +233,43 @@ std::size_t ListRows::IndexOf(std::size_t row) const
     return row - 1;
 }
 
+std::size_t ListRows::Target(ListStep step) const
+{
+    const std::size_t page = std::max<std::size_t>(m_viewport.rows, 2) - 1;
+    const std::size_t top = m_viewport.first;
+    const std::size_t bottom = std::min(top + page, Count());
+    const auto back = [&](std::size_t rows) { return m_focus > rows ? m_focus - rows : 1; };
+    const auto on = [&](std::size_t rows) { return std::min(m_focus + rows, Count()); };
+    switch (step) {
+    case ListStep::Up: return back(1);
+    case ListStep::Down: return on(1);
+    case ListStep::PageUp: return m_focus > top ? top : back(page);
+    case ListStep::PageDown: return m_focus < bottom ? bottom : on(page);
+    case ListStep::First: break;
+    case ListStep::Last: return Count();
+    }
+    return 1;
+}
+
+void ListRows::SetMark(std::size_t index, bool marked)
+{
+    if (m_marks[index] == marked)
+        return;
+    m_marks[index] = marked;
+    m_marked = marked ? m_marked + 1 : m_marked - 1;
+}
+
+void ListRows::ClearMarks()
+{
+    m_marks.assign(m_marks.size(), false);
+    m_marked = 0;
+}
+
 /// Holds focus and view in what is left of the list.
 void ListRows::RowsWereRemoved()
 {
     m_focus = std::min(m_focus, Count());
+    m_anchor = 0;
     m_viewport.HoldIn(Count());
     PropertyChanged();
 }

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "Control.h"
+#include "Controls.h"
 #include "ListViewport.h"
 #include "RowStore.h"
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -20,6 +22,26 @@ struct PlaylistEntry
     bool operator==(const PlaylistEntry&) const = default;
 };
 
+/// What a click or a key does to the selection marks of a list.
+enum class Marking
+{
+    Only,   ///< the row alone is marked
+    Toggle, ///< the row's mark is turned round, the others stay
+    Extend, ///< the rows from the last `Only` or `Toggle` to this one are marked, and no others
+    Keep,   ///< the marks stay as they are
+};
+
+/// Where a key takes the focus of a list.
+enum class ListStep
+{
+    Up,
+    Down,
+    PageUp, ///< to the top of the view; from there a page further
+    PageDown,
+    First,
+    Last,
+};
+
 /// The rows of a list, counted from 1, each with a selection mark, and one row with the focus.
 /// A row outside 1 to `Count()` raises a `std::out_of_range` and changes nothing.
 class ListRows final : public Control
@@ -27,6 +49,35 @@ class ListRows final : public Control
 public:
     /// `visibleRows` rows are seen at once.
     ListRows(Form& form, std::string name, Bounds bounds, std::size_t visibleRows = 32);
+
+    Property<velmo::controls::Font> Font{*this};
+    Property<Colour> ForeColor{*this, 0xFFFF00};
+    /// The row under the pointer is underlined.
+    Property<bool> HotTracking{*this, false};
+    /// A row is selected once the pointer has rested on it for 400 ms.
+    Property<bool> HoverSelection{*this, false};
+    /// Of the second column, at the right, in twips; 0 for a list of one column. The first column
+    /// has the rest. Read when the form is first shown.
+    double LengthColumnWidth = 0;
+
+    std::function<void()> DblClick;
+    /// A key went down, as its virtual code: Delete 46, Enter 13, F5 116, Left to Down 37 to 40,
+    /// Page Up 33, Page Down 34, End 35, Home 36. Comes before the key has an effect on the rows.
+    std::function<void(int keyCode)> KeyDown;
+    /// A key that makes a character, as its code point; the form's own `KeyPress` follows.
+    std::function<void(char32_t)> KeyPress;
+    /// The wheel was turned by one step: 120 towards the user's back, -120 towards the user. The
+    /// list itself does not scroll by it.
+    std::function<void(int delta)> MouseWheel;
+    /// Files were dropped: their paths, in their order.
+    std::function<void(const std::vector<std::string>&)> OLEDragDrop;
+    /// A row's text was edited and the edit was not called off; the row is as it was. If Enter
+    /// ended the edit, `KeyDown` with it follows.
+    std::function<void(std::size_t row, const std::string& text)> AfterLabelEdit;
+    /// Set by what shows the list: has the user edit the text of the row with the focus.
+    std::function<void()> StartLabelEdit;
+    /// Set by what shows the list: it takes the keyboard.
+    std::function<void()> SetFocus;
 
     std::size_t Count() const;
     /// A copy of the row.
@@ -59,6 +110,17 @@ public:
     void Mark(std::size_t row);
     /// Clears every mark; the focus stays.
     void DeselectAll();
+    /// Marks every row; the focus stays.
+    void MarkAll();
+    std::size_t MarkedCount() const;
+
+    /// The user has chosen the row: it is marked as `marking` says, has the focus and is scrolled
+    /// into view. What `Extend` counts from is forgotten, in favour of the row with the focus, when
+    /// anyone else changes marks or rows.
+    void Choose(std::size_t row, Marking marking);
+    /// `Choose` of the row that lies one step from the one with the focus; nothing in an empty
+    /// list.
+    void Move(ListStep step, Marking marking);
 
     /// The row with the focus, 0 if there is none.
     std::size_t SelectedEntry() const;
@@ -72,11 +134,16 @@ public:
 
 private:
     std::size_t IndexOf(std::size_t row) const;
+    std::size_t Target(ListStep step) const;
+    void SetMark(std::size_t index, bool marked);
+    void ClearMarks();
     void RowsWereRemoved();
 
     RowStore m_rows;
     std::vector<bool> m_marks; ///< apart, so that clearing a million of them touches little memory
+    std::size_t m_marked = 0;  ///< how many of them are set
     std::size_t m_focus = 0;
+    std::size_t m_anchor = 0; ///< the row that `Extend` counts from; 0: the one with the focus
     ListViewport m_viewport;
 };
 

@@ -15,4 +15,9 @@ void MenuEntry::PropertyChanged()
         Changed();
 }
 
+Menu::Menu(std::string name, std::vector<MenuEntry*> entries)
+    : Name(std::move(name))
+    , Entries(std::move(entries))
+{}
+
 } // namespace velmo::controls

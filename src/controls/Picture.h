@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Controls.h"
+#include "PixelArea.h"
 
 #include <array>
 #include <cstdint>
@@ -12,17 +13,6 @@ namespace velmo::controls {
 
 /// 256 colours, 0x00RRGGBB each.
 using Palette = std::array<std::uint32_t, 256>;
-
-/// A rectangle of pixels, counted from the upper left corner of a picture box.
-struct PixelArea
-{
-    int left = 0;
-    int top = 0;
-    int width = 0;
-    int height = 0;
-
-    bool operator==(const PixelArea&) const = default;
-};
 
 /// A box for moving pictures. What is drawn stands at its upper left corner, pixel by logical
 /// pixel; the rest of the box, and all of it while nothing is drawn, is plain `BackColor`.

@@ -31,7 +31,7 @@ TimerBinding::~TimerBinding()
 
 void TimerBinding::Follow()
 {
-    const bool runs = m_timer.Enabled && m_timer.Interval > 0;
+    const bool runs = m_timer.Enabled && m_timer.Interval > 0 && !m_timer.Resting;
     const int wantedMs = runs ? std::max(m_timer.Interval.Get(), m_timer.LeastMs.Get()) : 0;
     if (wantedMs == m_runningMs)
         return;

@@ -10,10 +10,10 @@
 
 namespace velmo::controls {
 
-/// Couples a timer control to real time: it runs while the control is enabled and its interval is
-/// above 0. Enabling it, or changing the interval of a running timer, starts a whole new interval;
-/// other changes do not disturb it. A tick calls the slot through the event entry. User-interface
-/// thread; the control must outlive the binding, and `timers` too.
+/// Couples a timer control to real time: it runs while the control is enabled, not at rest, and its
+/// interval is above 0. Enabling it, ending its rest, or changing the interval of a running timer,
+/// starts a whole new interval; other changes do not disturb it. A tick calls the slot through the
+/// event entry. User-interface thread; the control must outlive the binding, and `timers` too.
 class TimerBinding
 {
 public:

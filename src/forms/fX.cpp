@@ -28,6 +28,19 @@ std::array<controls::Image, sizeof...(Bands)> MakeColumn(controls::Form& form,
         form, name + std::to_string(Bands + 1), {LeftOfBand(Bands), top, BarWidth, height})...}};
 }
 
+/// For screen readers; `lblFreq` shows them in short.
+constexpr std::array<const char*, fX::BandCount> NamesOfBands{"60 Hz",
+                                                              "170 Hz",
+                                                              "310 Hz",
+                                                              "600 Hz",
+                                                              "1 kHz",
+                                                              "3 kHz",
+                                                              "6 kHz",
+                                                              "9 kHz",
+                                                              "12 kHz",
+                                                              "14 kHz",
+                                                              "16 kHz"};
+
 constexpr auto Bands = std::make_index_sequence<fX::BandCount>();
 
 } // namespace
@@ -44,10 +57,25 @@ fX::fX()
     , btnSave(*this, "btnSave", {3050, 1040, 600, 210})
     , imgCaptionClose(*this, "imgCaptionClose", {3740, 30, 195, 180})
 {
+    using controls::PictureList;
+    Picture = controls::PictureRef{PictureList::fx, 1};
     for (std::size_t band = 0; band < BandCount; ++band) {
+        Bar[band].TakeStates(PictureList::fx, 2);
+        Ticker[band].TakeStates(PictureList::fx, 20);
+        Ticker[band].Stretch = true;
+        Ticker[band].SlideOn(Bar[band]);
+        Bar[band].AccessibleName = NamesOfBands[band];
+        Ticker[band].AccessibleName = NamesOfBands[band];
         Bar[band].ToolTipText = "0%";
         Ticker[band].ToolTipText = "0%";
     }
+    lblFreq.AccessibleName = "Frequencies";
+    lblFreq.Text = controls::LabelText::Printed;
+    btnState.TakeStates(StatePicturesOff);
+    btnLoad.TakeStates(PictureList::fx, 11);
+    btnReset.TakeStates(PictureList::fx, 14);
+    btnSave.TakeStates(PictureList::fx, 17);
+    imgCaptionClose.TakeStates(PictureList::wnd, 1);
     btnState.ToolTipText = "Change Equalizer's state.";
     btnReset.ToolTipText = "Reset Equalizer's settings to zero.";
     btnLoad.ToolTipText = "Load a file with Equalizer settings.";

@@ -31,6 +31,12 @@ public:
     bool EqualizerOn = false;
 };
 
+/// The pictures of `btnState` with the equalizer on and off.
+inline constexpr controls::PictureStates StatePicturesOn =
+    controls::StatesFrom(controls::PictureList::fx, 5);
+inline constexpr controls::PictureStates StatePicturesOff =
+    controls::StatesFrom(controls::PictureList::fx, 8);
+
 /// The top of a ticker that changes nothing, in twips: 0 dB.
 inline constexpr double FlatTickerTop = 700;
 

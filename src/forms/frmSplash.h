@@ -11,6 +11,8 @@ class frmSplash final : public controls::Form
 public:
     frmSplash();
 
+    controls::Label lblGlass; ///< what the others stand on
+    controls::Image imgBadge;
     controls::Label lblName;
     controls::Timer
         tmrcZat; ///< starts the core; runs from the moment the window is shown until its first tick

@@ -20,6 +20,7 @@ public:
     controls::Label lblTime;
     controls::Label lblSongName;
     controls::Picture picVisualisation; ///< the sound, live
+    controls::Image imgControl;         ///< opens the main menu
     controls::Image imgMinimize;
     controls::Image imgClose;
     controls::Image imgPositionBar;
@@ -30,11 +31,21 @@ public:
     controls::Image imgStop;
     controls::Image imgOpen;
     controls::Image imgNext;
+    controls::Image imgK; ///< the program's badge
+    controls::Image imgSoundVolume;
     controls::Image imgVolumeBar;
     controls::Image imgVolumeTicker;
+    controls::Image imgShowPL;
+    controls::Image imgShowListMgr;
+    controls::Image imgShowFX;
+    controls::Image imgShowDJ;
+    controls::Image imgShowOptions;
     controls::Timer tmrSpectrum; ///< draws `picVisualisation`
     controls::Timer tmrBASS;     ///< the playback monitor's
     controls::Timer tmrScroll;   ///< moves the title on
+
+private:
+    void TakePictures();
 };
 
 } // namespace velmo::forms

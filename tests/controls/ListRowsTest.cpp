@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <stdexcept>
 #include <string_view>
 
@@ -57,6 +58,82 @@ TEST(ListRows, MarkingMovesTheFocusAndDeselectingDoesNot)
     form.rows.DeselectAll();
     EXPECT_EQ(Texts(form.rows), "1 2 3 4 ");
     EXPECT_EQ(form.rows.SelectedEntry(), 4U);
+}
+
+TEST(ListRows, ClicksMarkAsTheirKeysSay)
+{
+    using enum Marking;
+    struct Step
+    {
+        std::size_t row;
+        Marking marking;
+        const char* texts;
+    };
+    const Step steps[] = {
+        {2, Extend, "1* 2* 3 4 5 " }, // from the row that has the focus at first
+        {4, Only,   "1 2 3 4* 5 "  },
+        {2, Extend, "1 2* 3* 4* 5 "},
+        {5, Extend, "1 2 3 4* 5* " }, // still from the last row that was chosen alone
+        {1, Toggle, "1* 2 3 4* 5* "},
+        {5, Toggle, "1* 2 3 4* 5 " },
+        {3, Keep,   "1* 2 3 4* 5 " },
+        {4, Extend, "1 2 3* 4* 5 " },
+        {1, Only,   "1* 2 3 4 5 "  },
+    };
+    ListForm form;
+    Fill(form.rows, 5);
+    for (const Step& step : steps) {
+        form.rows.Choose(step.row, step.marking);
+        EXPECT_EQ(Texts(form.rows), step.texts);
+        EXPECT_EQ(form.rows.SelectedEntry(), step.row);
+        const std::string texts = step.texts;
+        EXPECT_EQ(form.rows.MarkedCount(), std::count(texts.begin(), texts.end(), '*'));
+    }
+    form.rows.Choose(5, Only);
+    form.rows.Remove(1); // what was row 5 is chosen from now on
+    form.rows.Choose(2, Extend);
+    EXPECT_EQ(Texts(form.rows), "2 3* 4* 5* ");
+    form.rows.MarkAll();
+    form.rows.Remove(2);
+    EXPECT_EQ(form.rows.MarkedCount(), 3U);
+    form.rows.RemoveMarked();
+    EXPECT_EQ(form.rows.MarkedCount(), 0U);
+    form.rows.Move(ListStep::Down, Only); // nothing is there, nothing happens
+    EXPECT_THROW(form.rows.Choose(1, Only), std::out_of_range);
+}
+
+TEST(ListRows, KeysMoveTheFocusAndTheViewFollows)
+{
+    using enum ListStep;
+    struct Step
+    {
+        ListStep step;
+        std::size_t focus;
+        std::size_t first;
+    };
+    const Step steps[] = {
+        {Up,       1,   1 },
+        {Down,     2,   1 },
+        {PageDown, 32,  1 }, // to the bottom of the view first
+        {PageDown, 63,  32},
+        {Down,     64,  33},
+        {PageUp,   33,  33},
+        {PageUp,   2,   2 },
+        {PageUp,   1,   1 },
+        {Last,     100, 69},
+        {PageDown, 100, 69},
+        {Down,     100, 69},
+        {First,    1,   1 },
+    };
+    ListForm form;
+    Fill(form.rows, 100);
+    for (const Step& step : steps) {
+        form.rows.Move(step.step, Marking::Only);
+        EXPECT_EQ(form.rows.SelectedEntry(), step.focus);
+        EXPECT_EQ(form.rows.FirstVisibleEntry(), step.first);
+        EXPECT_TRUE(form.rows.IsMarked(step.focus));
+        EXPECT_EQ(form.rows.MarkedCount(), 1U);
+    }
 }
 
 TEST(ListRows, RemovingLeavesTheFocusWhereTheEyeExpectsIt)

@@ -1,6 +1,7 @@
 #include "controls/Controls.h"
 #include "controls/EventEntry.h"
 #include "controls/Form.h"
+#include "controls/KeyActions.h"
 
 #include <gmock/gmock.h>
 
@@ -124,6 +125,53 @@ TEST(EventEntry, PassesOverSlotsThatAreNotSet)
     const std::function<void(int)> slot = [&](int value) { got = value; };
     CallSlot(slot, 7);
     EXPECT_EQ(got, 7);
+}
+
+TEST(KeyActions, SliderIsDraggedAsAHandWould)
+{
+    struct Case
+    {
+        bool isUpright;
+        bool refusesItsEnd;
+        double share;
+        double place; ///< of the knob afterwards
+        bool moves;
+    };
+    const Case cases[] = {
+        {false, false, 0.25, 350,  true },
+        {false, false, 2,    1100, true },
+        {false, true,  1,    1099, true },
+        {false, false, 0,    100,  false},
+        {true,  false, 0.25, 850,  true },
+        {true,  true,  1,    101,  true },
+    };
+    for (const Case& c : cases) {
+        Form form("slider", "", 1, 1, BorderStyle::None);
+        Image track(
+            form, "track", {100, 100, c.isUpright ? 100.0 : 1100.0, c.isUpright ? 1100.0 : 100.0});
+        Image knob(form, "knob", {100, c.isUpright ? 1100.0 : 100.0, 100, 100});
+        knob.SlideOn(track);
+        Property<double>& moving = c.isUpright ? knob.Top : knob.Left;
+        const auto along = [&](const MouseEvent& event) { return c.isUpright ? event.y : event.x; };
+        double pressed = 0;
+        std::string events;
+        knob.MouseDown = [&](const MouseEvent& event) {
+            pressed = along(event);
+            events += 'd';
+        };
+        knob.MouseMove = [&](const MouseEvent& event) {
+            const double place = moving + along(event) - pressed;
+            if (!c.refusesItsEnd || (place > 100 && place < 1100))
+                moving = place;
+        };
+        knob.MouseUp = [&](const MouseEvent& event) {
+            EXPECT_EQ(along(event), pressed) << "the knob has gone along";
+            events += 'u';
+        };
+        SlideTo(track, c.share);
+        EXPECT_EQ(moving, c.place) << c.share;
+        EXPECT_EQ(events, c.moves ? "du" : "");
+    }
 }
 
 } // namespace

@@ -46,6 +46,12 @@ TEST_F(TimerBindingTest, TicksAtItsIntervalWhileEnabled)
     form.timer.Enabled = true;
     EXPECT_EQ(TicksIn(99), 0); // a whole interval from the moment it is enabled
     EXPECT_EQ(TicksIn(1), 1);
+    form.timer.Resting = true;
+    form.timer.Enabled = false;
+    form.timer.Enabled = true;
+    EXPECT_EQ(TicksIn(1000), 0) << "at rest it stays enabled and does not tick";
+    form.timer.Resting = false;
+    EXPECT_EQ(TicksIn(150), 1);
 }
 
 TEST_F(TimerBindingTest, NewIntervalStartsAnew)
