@@ -84,6 +84,15 @@ TEST_F(ReplaceFileTest, FailureLeavesTheOldFileAndNoTemporary)
         return result == WriteResult::Failed ? 0 : 1;
     });
     EXPECT_EQ(full.Wait(), 0) << "a full disk";
+
+    const std::string piece(1 << 20, 'x');
+    int pieces = 0;
+    const auto breaksOff = [&]() -> std::string_view {
+        if (++pieces > 20)
+            throw std::bad_alloc();
+        return piece;
+    };
+    EXPECT_THROW(static_cast<void>(ReplaceFileAt(dir("file"), breaksOff, 0600)), std::bad_alloc);
     EXPECT_EQ(dir.Read("file"), "old");
     EXPECT_EQ(FileCount(), 1);
 }

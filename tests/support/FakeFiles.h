@@ -48,6 +48,14 @@ public:
         files[path] = content;
         return ports::WriteResult::Written;
     }
+    ports::WriteResult ReplaceFileInPieces(const std::string& path,
+                                           const ports::ContentPieces& next) override
+    {
+        std::string content;
+        for (std::string_view piece = next(); !piece.empty(); piece = next())
+            content += piece;
+        return ReplaceFile(path, content, 0);
+    }
     ports::WriteResult CopyFile(const std::string& from, const std::string& to) override
     {
         const auto source = Read(from);

@@ -6,6 +6,7 @@
 #include "forms/ErrMGR.h"
 #include "forms/Playlist.h"
 #include "forms/fX.h"
+#include "forms/frmResources.h"
 #include "forms/wmain.h"
 #include "playlist/Adding.h"
 #include "playlist/MediaFilter.h"
@@ -110,6 +111,7 @@ struct FakePlayer
     forms::wmain wmain;
     forms::Playlist playlist;
     forms::fX fX;
+    forms::frmResources resources;
     forms::ErrMGR errMGR;
     TransportState state;
     modTags tags{table, tagLibrary, files, "/app/"};

@@ -25,6 +25,7 @@ namespace velmo {
 namespace {
 
 constexpr std::int64_t NanosecondsPerSecond = 1'000'000'000;
+constexpr unsigned NewFileMode = 0644;
 
 std::int64_t Nanoseconds(const timespec& time)
 {
@@ -34,6 +35,12 @@ std::int64_t Nanoseconds(const timespec& time)
 bool IsFile(FileKind kind)
 {
     return kind == FileKind::Regular || kind == FileKind::Other;
+}
+
+/// Whether the system itself may know something by that path.
+bool IsSystemPath(const std::string& path)
+{
+    return ShapeOf(path) == PathShape::Posix && path.find('\0') == std::string::npos;
 }
 
 /// First file of the folder whose name matches, by name and without regard to case; hidden files
@@ -142,8 +149,7 @@ std::optional<std::string> LinuxFiles::Read(const std::string& path)
 std::optional<ports::FileStamp> LinuxFiles::Stamp(const std::string& path)
 {
     struct stat status = {};
-    const bool isExact = ShapeOf(path) == PathShape::Posix && path.find('\0') == std::string::npos
-                         && ::stat(path.c_str(), &status) == 0;
+    const bool isExact = IsSystemPath(path) && ::stat(path.c_str(), &status) == 0;
     if (!isExact) {
         const std::optional<std::string> found = Find(path);
         if (!found || ::stat(found->c_str(), &status) != 0)
@@ -165,6 +171,12 @@ ports::WriteResult LinuxFiles::ReplaceFile(const std::string& path,
     return ReplaceFileAt(PathForWriting(path), content, newFileMode);
 }
 
+ports::WriteResult LinuxFiles::ReplaceFileInPieces(const std::string& path,
+                                                   const ports::ContentPieces& next)
+{
+    return ReplaceFileAt(PathForWriting(path), next, NewFileMode);
+}
+
 ports::WriteResult LinuxFiles::CopyFile(const std::string& from, const std::string& to)
 {
     const std::optional<ports::FileStamp> source = Stamp(from);
@@ -172,7 +184,6 @@ ports::WriteResult LinuxFiles::CopyFile(const std::string& from, const std::stri
     if (source && target && source->device == target->device && source->inode == target->inode)
         return ports::WriteResult::Written;
     const std::optional<std::string> content = Read(from);
-    constexpr unsigned NewFileMode = 0644;
     return content ? ReplaceFile(to, *content, NewFileMode) : ports::WriteResult::Failed;
 }
 
@@ -221,6 +232,9 @@ std::string LinuxFiles::CurrentDirectory()
 
 bool LinuxFiles::SetCurrentDirectory(const std::string& path)
 {
+    // Done for each file that is added, and nearly always to a directory of exactly that name.
+    if (IsSystemPath(path) && ::chdir(path.c_str()) == 0)
+        return true;
     const std::optional<std::string> found = Find(path);
     return found && ::chdir(found->c_str()) == 0;
 }

@@ -27,6 +27,8 @@ public:
     [[nodiscard]] ports::WriteResult ReplaceFile(const std::string& path,
                                                  const std::string& content,
                                                  unsigned newFileMode) override;
+    [[nodiscard]] ports::WriteResult ReplaceFileInPieces(const std::string& path,
+                                                         const ports::ContentPieces& next) override;
     [[nodiscard]] ports::WriteResult CopyFile(const std::string& from,
                                               const std::string& to) override;
     bool RemoveFile(const std::string& path) override;

@@ -10,6 +10,7 @@
 #include <csignal>
 #include <cstdio>
 #include <optional>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -67,14 +68,41 @@ private:
     sigset_t m_before = {};
 };
 
-WriteResult WriteStraight(const std::string& path, const std::string& content)
+bool WritePieces(int fd, const ports::ContentPieces& next)
+{
+    for (std::string_view piece = next(); !piece.empty(); piece = next())
+        if (!WriteAll(fd, piece))
+            return false;
+    return true;
+}
+
+/// The same to a new file. What has come together is sent on its way to the disk, so that the
+/// `fsync` at the end does not find all of a long content still to be done.
+bool WriteAhead(int fd, const ports::ContentPieces& next)
+{
+    constexpr off_t Stretch = off_t{8} * 1024 * 1024;
+    off_t started = 0;
+    off_t written = 0;
+    const auto counted = [&] {
+        if (written - started >= Stretch) {
+            ::sync_file_range(fd, started, written - started, SYNC_FILE_RANGE_WRITE);
+            started = written;
+        }
+        const std::string_view piece = next();
+        written += static_cast<off_t>(piece.size());
+        return piece;
+    };
+    return WritePieces(fd, counted);
+}
+
+WriteResult WriteStraight(const std::string& path, const ports::ContentPieces& next)
 {
     const PipeSignalBlocked blocked;
     // Without O_NONBLOCK the open would wait for a pipe's reader.
     FileHandle file(::open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));
     if (!file.IsOpen() || ::fcntl(file.Get(), F_SETFL, 0) != 0)
         return WriteResult::Failed;
-    const bool written = WriteAll(file.Get(), content);
+    const bool written = WritePieces(file.Get(), next);
     return file.Close() && written ? WriteResult::Written : WriteResult::Failed;
 }
 
@@ -108,9 +136,9 @@ public:
 
     bool SetMode(unsigned mode) { return m_file.IsOpen() && ::fchmod(m_file.Get(), mode) == 0; }
 
-    bool Write(const std::string& content)
+    bool Write(const ports::ContentPieces& next)
     {
-        return m_file.IsOpen() && WriteAll(m_file.Get(), content) && ::fsync(m_file.Get()) == 0
+        return m_file.IsOpen() && WriteAhead(m_file.Get(), next) && ::fsync(m_file.Get()) == 0
                && m_file.Close();
     }
 
@@ -135,7 +163,15 @@ bool IsWritable(const std::string& path, unsigned mode)
 } // namespace
 
 ports::WriteResult ReplaceFileAt(const std::string& path,
-                                 const std::string& content,
+                                 std::string_view content,
+                                 unsigned newFileMode)
+{
+    return ReplaceFileAt(
+        path, [&content] { return std::exchange(content, {}); }, newFileMode);
+}
+
+ports::WriteResult ReplaceFileAt(const std::string& path,
+                                 const ports::ContentPieces& next,
                                  unsigned newFileMode)
 {
     if (path.empty() || path.find('\0') != std::string::npos)
@@ -148,11 +184,11 @@ ports::WriteResult ReplaceFileAt(const std::string& path,
     if (exists && (S_ISDIR(status.st_mode) || !IsWritable(*target, status.st_mode)))
         return WriteResult::Failed;
     if (exists && !S_ISREG(status.st_mode))
-        return WriteStraight(*target, content);
+        return WriteStraight(*target, next);
     TemporaryFile temporary(*target, newFileMode);
     if (exists && !temporary.SetMode(status.st_mode & ModeBits))
         return WriteResult::Failed;
-    const bool replaced = temporary.Write(content) && temporary.RenameTo(*target);
+    const bool replaced = temporary.Write(next) && temporary.RenameTo(*target);
     return replaced ? WriteResult::Written : WriteResult::Failed;
 }
 

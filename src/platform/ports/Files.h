@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace velmo::ports {
@@ -26,6 +28,10 @@ enum class WriteResult
     Written,
     Failed,
 };
+
+/// Makes a long content while it is written: gives its next piece, which lasts until the next call;
+/// an empty one at the end.
+using ContentPieces = std::function<std::string_view()>;
 
 /// The file system as the program's logic sees it.
 /// Paths are bytes. A path with a drive letter or "\" is opened through the drive map; every other
@@ -60,6 +66,11 @@ public:
     [[nodiscard]] virtual WriteResult ReplaceFile(const std::string& path,
                                                   const std::string& content,
                                                   unsigned newFileMode = 0644) = 0;
+
+    /// The same with a content that `next` gives piece by piece, and the mode 0644 for a new file.
+    /// What `next` throws passes through; the file is then as it was before.
+    [[nodiscard]] virtual WriteResult ReplaceFileInPieces(const std::string& path,
+                                                          const ContentPieces& next) = 0;
 
     /// Replaces `to` by the content of `from`, as `ReplaceFile` does. A file that is copied onto
     /// itself stays untouched.
