@@ -1,6 +1,7 @@
 #include "ListDialogs.h"
 
 #include "ListFile.h"
+#include "ListText.h"
 
 #include "core/PathRules.h"
 #include "core/SettingsKeys.h"
@@ -101,9 +102,10 @@ void ListDialogs::SaveListDialog()
         path += ExtensionOf(*format);
     const std::string titleLine =
         format == ListFormat::Own ? TitleLineOf(path) : std::string(UntitledLine);
+    ListText text(*format, m_forms.playlist.pl, titleLine);
     // Lost on failure: the file, without a word.
     [[maybe_unused]] const auto result =
-        m_files.ReplaceFile(path, WriteList(*format, m_forms.playlist.pl, titleLine));
+        m_files.ReplaceFileInPieces(path, [&text] { return text.Next(); });
     m_settings.WriteSetting(sections::RTM, keys::TempDir1, FileDirectory(path, m_files));
 }
 

@@ -10,14 +10,10 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstring>
 
 namespace velmo {
 
 namespace {
-
-constexpr std::string_view M3uHeader = "#EXTM3U";
-constexpr std::string_view PlsHeader = "[playlist]";
 
 constexpr std::array<std::string_view, 3> Extensions{".zvl", ".m3u", ".pls"};
 
@@ -100,85 +96,6 @@ ListOutcome ReadPls(std::string_view bytes, ListEntries& entries)
     return ListOutcome::Complete;
 }
 
-/// Whether a text can go into a list file as it is: nothing but ASCII, and no control character
-/// below 0x10, line ends among them. A million titles are looked at before each save, so it takes
-/// eight bytes at a time: no byte of such a text has its high bit set, nor does it lend one when
-/// 0x10 is taken from it.
-bool IsPlain(std::string_view text)
-{
-    constexpr std::uint64_t HighBits = 0x8080808080808080;
-    constexpr std::uint64_t Lowest = 0x1010101010101010;
-    std::uint64_t seen = 0;
-    std::uint64_t bytes = 0;
-    for (; text.size() >= sizeof bytes; text.remove_prefix(sizeof bytes)) {
-        std::memcpy(&bytes, text.data(), sizeof bytes);
-        seen |= bytes | (bytes - Lowest);
-    }
-    bytes = Lowest;
-    if (!text.empty())
-        std::memcpy(&bytes, text.data(), text.size());
-    seen |= bytes | (bytes - Lowest);
-    return (seen & HighBits) == 0;
-}
-
-/// Appends one text of a list file.
-void AppendOneLine(std::string& file, std::string_view text)
-{
-    if (IsPlain(text)) {
-        file += text;
-        return;
-    }
-    const std::size_t start = file.size();
-    file += EncodeFileText(text);
-    std::replace_if(
-        file.begin() + static_cast<std::ptrdiff_t>(start),
-        file.end(),
-        [](char c) { return c == '\r' || c == '\n'; },
-        ' ');
-}
-
-/// Appends the lines of row `number`.
-void AppendEntry(std::string& file,
-                 ListFormat format,
-                 const controls::RowTexts& row,
-                 std::size_t number)
-{
-    const std::string_view title = StripEntryNumber(row.Text);
-    const std::string seconds = std::to_string(ParseLengthText(row.Length));
-    const std::string key =
-        format == ListFormat::Pls ? std::to_string(number) + "=" : std::string();
-    switch (format) {
-    case ListFormat::Own:
-        AppendOneLine(file, title);
-        file.append("\r\n").append(seconds).append("#");
-        AppendOneLine(file, row.Path);
-        break;
-    case ListFormat::M3u:
-        file.append("#EXTINF:").append(seconds).append(",");
-        AppendOneLine(file, title);
-        file += "\r\n";
-        AppendOneLine(file, row.Path);
-        break;
-    case ListFormat::Pls:
-        file.append("File").append(key);
-        AppendOneLine(file, row.Path);
-        file.append("\r\nTitle").append(key);
-        AppendOneLine(file, title);
-        file.append("\r\nLength").append(key).append(seconds);
-        break;
-    }
-    file += "\r\n";
-}
-
-std::size_t EstimatedSize(const controls::ListRows& rows)
-{
-    constexpr std::size_t LongestFrame = 64; // keys, numbers and line ends of an entry
-    std::size_t size = LongestFrame;
-    for (std::size_t row = 1; row <= rows.Count(); ++row)
-        size += rows.Texts(row).Text.size() + rows.Texts(row).Path.size() + LongestFrame;
-    return size;
-}
-
 } // namespace
 
 std::optional<ListFormat> FormatOfExtension(std::string_view end)
@@ -205,20 +122,6 @@ ListOutcome ReadList(ListFormat format,
     const std::string text = DecodeFileText(bytes);
     return format == ListFormat::Own ? ReadOwn(LineReader(text), entries)
                                      : ReadM3u(LineReader(text), entries);
-}
-
-std::string WriteList(ListFormat format, const controls::ListRows& rows, std::string_view titleLine)
-{
-    std::string file;
-    file.reserve(EstimatedSize(rows));
-    const std::array<std::string_view, 3> headers{titleLine, M3uHeader, PlsHeader};
-    AppendOneLine(file, headers.at(static_cast<std::size_t>(format)));
-    file += "\r\n";
-    for (std::size_t row = 1; row <= rows.Count(); ++row)
-        AppendEntry(file, format, rows.Texts(row), row);
-    if (format == ListFormat::Pls)
-        file += "NumberOfEntries=" + std::to_string(rows.Count()) + "\r\nVersion=2\r\n";
-    return file;
 }
 
 std::string FirstLineOf(std::string_view bytes)

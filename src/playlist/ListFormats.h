@@ -28,6 +28,9 @@ enum class ListOutcome
 
 /// The first characters of a file in the own format.
 inline constexpr std::string_view OwnListMagic = "#ZVL20";
+/// The first lines of the other two.
+inline constexpr std::string_view M3uHeader = "#EXTM3U";
+inline constexpr std::string_view PlsHeader = "[playlist]";
 
 /// The format that goes with the end of a name ("zvl", "m3u", "pls", ignoring case); nothing for
 /// any other end.
@@ -42,13 +45,6 @@ ListOutcome ReadList(ListFormat format,
                      std::string_view bytes,
                      const EntryStyle& style,
                      controls::ListRows& rows);
-
-/// A whole list file in UTF-8 with CR LF. Titles come without their numbers. `titleLine` is the
-/// first line of the own format, without line end. A line end inside a text becomes a blank: it
-/// would shift every entry behind it.
-std::string WriteList(ListFormat format,
-                      const controls::ListRows& rows,
-                      std::string_view titleLine);
 
 /// The first line of a file, without its line end; empty for an empty file.
 std::string FirstLineOf(std::string_view bytes);

@@ -1,7 +1,7 @@
 #include "modPlaylist.h"
 
 #include "EntryText.h"
-#include "ListFormats.h"
+#include "ListText.h"
 
 #include "core/PathRules.h"
 #include "core/SettingsKeys.h"
@@ -78,11 +78,12 @@ void modPlaylist::DeleteSelectedEntries()
 ports::WriteResult modPlaylist::SaveInternalList()
 {
     using ports::WriteResult;
-    const std::string content = WriteList(ListFormat::Own, m_playlist.pl, InternalTitleLine);
+    ListText text(ListFormat::Own, m_playlist.pl, InternalTitleLine);
+    const auto next = [&text] { return text.Next(); };
     const bool saved =
         KeepUnreadList()
-        && (IsAsLoaded(content)
-            || m_files.ReplaceFile(m_internalListPath, content) == WriteResult::Written);
+        && (IsAsLoaded()
+            || m_files.ReplaceFileInPieces(m_internalListPath, next) == WriteResult::Written);
     if (!saved)
         static_cast<void>(
             std::fprintf(stderr, "velmo: can't save %s\n", m_internalListPath.c_str()));
@@ -111,13 +112,15 @@ void modPlaylist::LoadInternalList()
     UpdateListScrollBar();
 }
 
-/// Whether the file still holds these bytes since it was loaded: every start saves the list right
+/// Whether the file still holds the rows since it was loaded: every start saves the list right
 /// after that, and a write that reaches the disk would hold up the window.
-bool modPlaylist::IsAsLoaded(const std::string& content)
+bool modPlaylist::IsAsLoaded()
 {
     const std::optional<LoadedList> loaded = std::exchange(m_loaded, std::nullopt);
-    return loaded && std::hash<std::string>()(content) == loaded->hash
-           && m_files.Stamp(m_internalListPath) == loaded->stamp;
+    if (!loaded || m_files.Stamp(m_internalListPath) != loaded->stamp)
+        return false;
+    const std::string content = WriteList(ListFormat::Own, m_playlist.pl, InternalTitleLine);
+    return std::hash<std::string>()(content) == loaded->hash;
 }
 
 const std::string& modPlaylist::InternalListPath() const

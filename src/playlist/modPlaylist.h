@@ -69,7 +69,7 @@ private:
     };
 
     bool KeepUnreadList();
-    bool IsAsLoaded(const std::string& content);
+    bool IsAsLoaded();
 
     forms::Playlist& m_playlist;
     modINI& m_settings;

@@ -1,7 +1,6 @@
-#include "playlist/ListFormats.h"
-
 #include "controls/Form.h"
 #include "core/TextRules.h"
+#include "playlist/ListText.h"
 
 #include <gmock/gmock.h>
 
@@ -135,7 +134,7 @@ TEST(ListFormats, EachIsWrittenByteByByte)
 TEST(ListFormats, ALongListComesBackInEveryFormat)
 {
     ListForm form;
-    for (int i = 1; i <= 5000; ++i)
+    for (int i = 1; i <= 10'000; ++i)
         form.rows.Add({std::to_string(i) + ". Title " + std::to_string(i),
                        FormatSeconds(i % 3600),
                        "/music/" + std::to_string(i) + "/\xC3\xB6\xFE.mp3"});
