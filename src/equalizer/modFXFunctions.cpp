@@ -16,10 +16,15 @@ constexpr std::array<float, forms::fX::BandCount> CentresHz{
 /// Gain in dB of step 0; each step takes 1 dB off.
 constexpr std::int32_t TopGainDb = 10;
 
-/// The step at which a ticker stands on its bar, by the ticker's middle.
-std::int32_t StepOf(const Image& ticker, const Image& bar)
+/// From the top of a bar to the middle of its ticker, in twips.
+double MiddleOf(const Image& ticker, const Image& bar)
 {
-    const double middle = ticker.Height / 2 + ticker.Top - bar.Top;
+    return ticker.Height / 2 + ticker.Top - bar.Top;
+}
+
+/// The step of a ticker whose middle stands there.
+std::int32_t StepAt(double middle, const Image& ticker, const Image& bar)
+{
     const double step = (bar.Height - ticker.Height) / 20;
     // Half a ticker is always in it: that is two steps and a bit.
     return static_cast<std::int32_t>(Int(middle / step)) - 2;
@@ -50,6 +55,11 @@ void modFXFunctions::ApplyIfOn(DWORD channel)
         EqualizerHandle = ApplyEqualizer(channel);
 }
 
+void modFXFunctions::RemoveEqualizer(DWORD channel) const
+{
+    m_bass.BASS_ChannelRemoveFX(channel, EqualizerHandle);
+}
+
 void modFXFunctions::SetEqualizerBand(HFX effect, std::int32_t band, std::int32_t step) const
 {
     BASS_BFX_PEAKEQ record = {};
@@ -57,6 +67,16 @@ void modFXFunctions::SetEqualizerBand(HFX effect, std::int32_t band, std::int32_
     m_bass.BASS_FXGetParameters(effect, &record); // centre and bandwidth stay as they are
     record.fGain = static_cast<float>(TopGainDb - step);
     m_bass.BASS_FXSetParameters(effect, &record);
+}
+
+void modFXFunctions::FollowTicker(std::size_t band)
+{
+    const Image& ticker = m_window.Ticker[band];
+    const Image& bar = m_window.Bar[band];
+    // Kept: the middle is rounded here and not in `ReadTickers`, so that the next track may play
+    // one dB more than the tool tip tells.
+    ShowStep(band, StepAt(RoundHalfEven(MiddleOf(ticker, bar)), ticker, bar));
+    SetEqualizerBand(EqualizerHandle, static_cast<std::int32_t>(band), EqualizerBandValue[band]);
 }
 
 void modFXFunctions::MakeFlatBands(HFX effect) const
@@ -78,13 +98,18 @@ void modFXFunctions::MakeFlatBands(HFX effect) const
 void modFXFunctions::ReadTickers()
 {
     for (std::size_t band = 0; band < EqualizerBandValue.size(); ++band) {
-        Image& ticker = m_window.Ticker[band];
-        Image& bar = m_window.Bar[band];
-        EqualizerBandValue[band] = StepOf(ticker, bar);
-        const std::string gain = BlankedNumber(TopGainDb - EqualizerBandValue[band]);
-        ticker.ToolTipText = gain;
-        bar.ToolTipText = gain;
+        const Image& ticker = m_window.Ticker[band];
+        const Image& bar = m_window.Bar[band];
+        ShowStep(band, StepAt(MiddleOf(ticker, bar), ticker, bar));
     }
+}
+
+void modFXFunctions::ShowStep(std::size_t band, std::int32_t step)
+{
+    EqualizerBandValue[band] = step;
+    const std::string gain = BlankedNumber(TopGainDb - step);
+    m_window.Ticker[band].ToolTipText = gain;
+    m_window.Bar[band].ToolTipText = gain;
 }
 
 } // namespace velmo

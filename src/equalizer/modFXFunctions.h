@@ -4,6 +4,7 @@
 #include "forms/fX.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 
 namespace velmo {
@@ -24,6 +25,13 @@ public:
     /// `ApplyEqualizer` on a channel that starts, if the equalizer is on; keeps the handle.
     void ApplyIfOn(DWORD channel);
 
+    /// Takes the effect that was made last off the channel, if it is there.
+    void RemoveEqualizer(DWORD channel) const;
+
+    /// The user has moved a ticker, 0 to 10: sets its step, its tool tips and its bar's, and the
+    /// band of the effect that was made last, whether the equalizer is on or not.
+    void FollowTicker(std::size_t band);
+
     /// Sets one band, 0 to 10, of the effect to 10 - `step` dB. Step 0 is the top of the bar, 20
     /// its bottom.
     void SetEqualizerBand(HFX effect, std::int32_t band, std::int32_t step) const;
@@ -36,6 +44,7 @@ public:
 private:
     void MakeFlatBands(HFX effect) const;
     void ReadTickers();
+    void ShowStep(std::size_t band, std::int32_t step);
 
     const modBass& m_bass;
     forms::fX& m_window;

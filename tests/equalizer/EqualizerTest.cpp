@@ -45,7 +45,7 @@ protected:
     std::string Folder(const char* key) { return m_player.settings.ReadSetting("RTM", key, "-"); }
 
     test::FakePlayer m_player;
-    fX m_window{m_player.fX, m_player.equalizer, m_player.settings};
+    fX m_window{m_player.fX, m_player.equalizer, m_player.curves, m_player.settings};
 };
 
 TEST_F(Equalizer, MakesTheBandsFlatThenSetsTheTickersGains)
