@@ -2,18 +2,24 @@
 
 #include "ListRename.h"
 
+#include "core/CallIfSet.h"
 #include "core/Ignoring.h"
 #include "core/PathRules.h"
+#include "core/SettingsKeys.h"
 #include "core/TextRules.h"
 #include "playlist/ListDialogs.h"
 #include "playlist/ListFormats.h"
 #include "playlist/RowSorting.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace velmo {
 
 namespace {
+
+using controls::MouseButton;
+using controls::MouseEvent;
 
 constexpr std::string_view TitleLineStart = "#ZVL20#";
 constexpr std::int32_t VisibleLists = 7;
@@ -28,11 +34,28 @@ bool LooksStored(const std::string& path)
 
 } // namespace
 
-frmListMGR::frmListMGR(forms::frmListMGR& form, forms::Playlist& playlist, ManagerModules modules)
-    : m_form(form)
-    , m_playlist(playlist)
+frmListMGR::frmListMGR(ManagerForms forms, ManagerModules modules)
+    : m_form(forms.manager)
+    , m_playlist(forms.playlist)
+    , m_resources(forms.resources)
     , m_modules(modules)
-{}
+    , m_caption({&forms.manager.imgClose})
+{
+    BindList();
+    BindWindow();
+    BindMenu();
+}
+
+void frmListMGR::Load()
+{
+    if (std::exchange(m_form.Loaded, true))
+        return;
+    CallIfSet(Calls.ShapeAndStick);
+    m_form.AlwaysOnTop =
+        IsTrue(m_modules.settings.ReadSetting(sections::Options, keys::AlwaysOnTop, "false"));
+    EditMark.clear();
+    LoadLists();
+}
 
 void frmListMGR::LoadLists()
 {
@@ -117,11 +140,6 @@ void frmListMGR::submnuRemovePlaylist_Click()
     UpdateScBarMGR();
 }
 
-void frmListMGR::submnuRefresh_Click()
-{
-    LoadLists();
-}
-
 void frmListMGR::lstLists_AfterLabelEdit(std::size_t row, const std::string& newTitle)
 {
     const controls::PlaylistEntry entry = m_form.lstLists.Row(row);
@@ -150,7 +168,6 @@ void frmListMGR::lstLists_KeyDown(int keyCode)
     // The Enter that ends a label edit arrives here, too.
     if (std::exchange(EditMark, {}) == "edited")
         return;
-    controls::ListRows& rows = m_form.lstLists;
     switch (keyCode) {
     case 46: submnuRemovePlaylist_Click(); break;
     case 13: submnuOpenPlaylist_Click(); break;
@@ -158,12 +175,23 @@ void frmListMGR::lstLists_KeyDown(int keyCode)
     case 38:
     case 40:
     case 33:
-    case 34:
-        if (rows.Count() > 0)
-            m_form.scBarMgr.SetPosition(static_cast<std::int32_t>(rows.FirstVisibleEntry()) - 1);
-        break;
+    case 34: FollowRows(); break;
     default: break;
     }
+}
+
+void frmListMGR::lstLists_MouseWheel(int delta)
+{
+    constexpr std::size_t Step = 3;
+    controls::ListRows& rows = m_form.lstLists;
+    const std::size_t first = rows.FirstVisibleEntry();
+    if (rows.Count() == 0)
+        return;
+    if (delta > 0)
+        rows.EnsureVisible(first > Step ? first - Step : 1);
+    else
+        rows.EnsureVisible(std::min(first + rows.VisibleRows() - 1 + Step, rows.Count()));
+    FollowRows();
 }
 
 void frmListMGR::scBarMgr_Change(bool goesDown, std::int32_t position)
@@ -175,17 +203,75 @@ void frmListMGR::scBarMgr_Change(bool goesDown, std::int32_t position)
     });
 }
 
+/// The scroll bar shows which row is the first.
+void frmListMGR::FollowRows()
+{
+    if (m_form.lstLists.Count() > 0)
+        m_form.scBarMgr.SetPosition(static_cast<std::int32_t>(m_form.lstLists.FirstVisibleEntry())
+                                    - 1);
+}
+
 void frmListMGR::PrepareMenu()
 {
-    Menu6.subName = "Sdsdsd"; // what an empty list shows
-    Menu6.subNameEnabled = true;
+    controls::MenuEntry& heading = m_resources.subName;
+    heading.Caption = "Sdsdsd"; // what an empty list shows
     if (HasSelection()) {
         const std::string path = SelectedPath();
         const std::string name = SplitPath(path).name;
-        Menu6.submnuRemovePlaylistEnabled = LooksStored(path);
-        Menu6.subName = LooksStored(path) ? name : "..\\" + name + " (internal)";
+        m_resources.submnuRemovePlaylist.Enabled = LooksStored(path);
+        heading.Caption = LooksStored(path) ? name : "..\\" + name + " (internal)";
     }
-    Menu6.subNameEnabled = false;
+    heading.Enabled = false;
+}
+
+void frmListMGR::BindList()
+{
+    controls::ListRows& rows = m_form.lstLists;
+    rows.DblClick = [this] { submnuOpenPlaylist_Click(); };
+    rows.KeyDown = [this](int keyCode) { lstLists_KeyDown(keyCode); };
+    rows.MouseWheel = [this](int delta) { lstLists_MouseWheel(delta); };
+    rows.AfterLabelEdit = [this](std::size_t row, const std::string& newTitle) {
+        lstLists_AfterLabelEdit(row, newTitle);
+    };
+    rows.OLEDragDrop = [this](const std::vector<std::string>& paths) { lstLists_Drop(paths); };
+    rows.MouseUp = [this](const MouseEvent& event) {
+        if (event.button != MouseButton::Right)
+            return;
+        PrepareMenu();
+        CallIfSet(m_resources.Menu6.PopUpAtPointer);
+    };
+    rows.MouseMove = [this](const MouseEvent& /*event*/) { m_caption.ShowNormal(); };
+    m_form.scBarMgr.Change = [this](bool goesDown, std::int32_t position) {
+        scBarMgr_Change(goesDown, position);
+    };
+}
+
+void frmListMGR::BindWindow()
+{
+    m_caption.Bind(m_form.imgClose,
+                   {.pressedBy = controls::PressedBy::AnyButton,
+                    .act = [this](const MouseEvent& /*event*/) { CallIfSet(Calls.Hide); }});
+    m_form.MouseMove = [this](const MouseEvent& /*event*/) { m_caption.ShowNormal(); };
+    m_form.MouseDown = [this](const MouseEvent& event) {
+        if (event.button == MouseButton::Left)
+            CallIfSet(m_form.BeginDrag);
+    };
+    m_form.KeyPress = [this](char32_t key) {
+        constexpr char32_t Enter = U'\r'; // opens the selected list when it goes down
+        if (key != Enter)
+            CallIfSet(Calls.KeyPress, key);
+    };
+    m_form.QueryClose = [this] { CallIfSet(Calls.Hide); };
+}
+
+void frmListMGR::BindMenu()
+{
+    m_resources.submnuOpenPlaylist.Click = [this] { submnuOpenPlaylist_Click(); };
+    m_resources.submnuNewPlaylist.Click = [this] { submnuNewPlaylist_Click(); };
+    m_resources.submnuAddPlaylist.Click = [this] { submnuAddPlaylist_Click(); };
+    m_resources.submnuRemovePlaylist.Click = [this] { submnuRemovePlaylist_Click(); };
+    m_resources.submnuRenamePlaylist.Click = [this] { CallIfSet(m_form.lstLists.StartLabelEdit); };
+    m_resources.submnuRefresh.Click = [this] { LoadLists(); };
 }
 
 bool frmListMGR::HasSelection() const

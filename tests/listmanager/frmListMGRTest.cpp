@@ -19,7 +19,7 @@ protected:
         m_files["/app/lists/list0.zvl"] = "#ZVL20#Rock\r\na\r\n1#/a\r\nb\r\n2#/b\r\n";
         m_files["/app/lists/Mine.ZVL"] = "foreign";
         m_files["/app/lists/c.m3u"] = "#EXTM3U\r\n";
-        m_manager.LoadLists();
+        m_manager.Load();
     }
 
     std::vector<std::string> Titles() const
@@ -43,15 +43,16 @@ protected:
     forms::frmListMGR m_form;
     controls::ListRows& m_rows = m_form.lstLists;
     ListStore m_store{m_player.files, "/app/"};
+    forms::frmResources& m_menus = m_player.resources;
     frmListMGR m_manager{
-        m_form,
-        m_player.playlist,
-        {m_player.list,
-                   m_player.adding,
-                   m_store, m_player.tags,
-                   m_player.collation,
-                   m_player.files,
-                   m_player.dialogs}
+        {m_form,             m_player.playlist, m_menus},
+        { m_player.list,
+         m_player.adding,
+         m_store, m_player.tags,
+         m_player.settings,
+         m_player.collation,
+         m_player.files,
+         m_player.dialogs}
     };
 };
 
@@ -70,7 +71,7 @@ TEST_F(Manager, AListReplacesThePlaylistEvenIfItHasGone)
     m_pl.Add({"1. old", "", "/old"});
     m_player.playlist.tmrInfo.Enabled = true;
     Select("Rock");
-    m_manager.lstLists_KeyDown(13);
+    m_rows.KeyDown(13);
     EXPECT_EQ(m_pl.Count(), 2U);
     EXPECT_TRUE(m_pl.IsMarked(1));
     EXPECT_FALSE(m_player.playlist.tmrInfo.Enabled) << "a pass would save the empty list";
@@ -97,7 +98,7 @@ TEST_F(Manager, ClonesAddedAndDroppedListsGetIntoTheStore)
     EXPECT_EQ(m_player.dialogs.fileDialogs.back().title, "Add playlist");
     EXPECT_THAT(Titles(), ElementsAre("Internal playlist", "New", "Rock", "Rock"))
         << "a file of the same name is replaced, and the clone is called as the list";
-    m_manager.lstLists_Drop({"/l/d.m3u", "/l/Mine.ZVL", "/l/gone.zvl"});
+    m_rows.OLEDragDrop({"/l/d.m3u", "/l/Mine.ZVL", "/l/gone.zvl"});
     EXPECT_THAT(Titles(), ElementsAre("Internal playlist", "New", "New", "Rock", "Rock"));
     EXPECT_TRUE(m_files.contains("/app/lists/list2.zvl"));
 }
@@ -139,7 +140,7 @@ TEST_F(Manager, ARenameChangesTheFirstLineUnlessItIsAsLong)
     for (const Case& c : cases) {
         m_files["/app/lists/list0.zvl"] = c.file;
         m_rows.SetRow(3, {"Rock", "", "/app/lists/list0.zvl"});
-        m_manager.lstLists_AfterLabelEdit(3, c.title);
+        m_rows.AfterLabelEdit(3, c.title);
         EXPECT_EQ(m_files["/app/lists/list0.zvl"], c.renamed);
         EXPECT_EQ(m_rows.Row(3).Text, c.row);
     }
@@ -158,20 +159,25 @@ TEST_F(Manager, ARenameChangesTheFirstLineUnlessItIsAsLong)
 TEST_F(Manager, TheMenuIsHeadedByTheSelectedList)
 {
     Select("Rock");
-    m_manager.PrepareMenu();
-    EXPECT_EQ(m_manager.Menu6.subName, "list0.zvl");
-    EXPECT_TRUE(m_manager.Menu6.submnuRemovePlaylistEnabled);
-    EXPECT_FALSE(m_manager.Menu6.subNameEnabled);
+    int opened = 0;
+    m_menus.Menu6.PopUpAtPointer = [&] { ++opened; };
+    m_rows.MouseUp({.button = controls::MouseButton::Left});
+    EXPECT_EQ(opened, 0);
+    m_rows.MouseUp({.button = controls::MouseButton::Right});
+    EXPECT_EQ(opened, 1);
+    EXPECT_EQ(m_menus.subName.Caption.Get(), "list0.zvl");
+    EXPECT_TRUE(m_menus.submnuRemovePlaylist.Enabled);
+    EXPECT_FALSE(m_menus.subName.Enabled);
     Select("Internal playlist");
     m_manager.PrepareMenu();
-    EXPECT_EQ(m_manager.Menu6.subName, "..\\list.zvl (internal)");
-    EXPECT_FALSE(m_manager.Menu6.submnuRemovePlaylistEnabled);
+    EXPECT_EQ(m_menus.subName.Caption.Get(), "..\\list.zvl (internal)");
+    EXPECT_FALSE(m_menus.submnuRemovePlaylist.Enabled);
     m_rows.SetRow(1, {"x", "", R"(C:\My\LISTS\list.zvl)"});
     m_manager.PrepareMenu();
-    EXPECT_EQ(m_manager.Menu6.subName, "list.zvl");
+    EXPECT_EQ(m_menus.subName.Caption.Get(), "list.zvl");
     m_rows.Clear();
     m_manager.PrepareMenu();
-    EXPECT_EQ(m_manager.Menu6.subName, "Sdsdsd");
+    EXPECT_EQ(m_menus.subName.Caption.Get(), "Sdsdsd");
 }
 
 TEST_F(Manager, TheScrollBarAndTheViewFollowEachOther)
@@ -180,7 +186,7 @@ TEST_F(Manager, TheScrollBarAndTheViewFollowEachOther)
         m_rows.Add({});
     m_manager.UpdateScBarMGR();
     EXPECT_EQ(m_form.scBarMgr.Max, 13);
-    m_manager.scBarMgr_Change(true, 5);
+    m_form.scBarMgr.Change(true, 5);
     EXPECT_EQ(m_rows.FirstVisibleEntry(), 6U);
     m_manager.lstLists_KeyDown(40);
     EXPECT_EQ(m_form.scBarMgr.Position(), 5);
@@ -189,6 +195,48 @@ TEST_F(Manager, TheScrollBarAndTheViewFollowEachOther)
     m_manager.scBarMgr_Change(false, 0);
     m_manager.scBarMgr_Change(true, 99);
     EXPECT_EQ(m_rows.FirstVisibleEntry(), 2U) << "rows that are not there";
+    for (const auto& [delta, first] : {
+             std::pair(-120, 5U), {-120, 8U},
+               {120,  5U},
+               {120,  2U},
+               {120,  1U}
+    }) {
+        m_rows.MouseWheel(delta);
+        EXPECT_EQ(m_rows.FirstVisibleEntry(), first);
+        EXPECT_EQ(m_form.scBarMgr.Position(), static_cast<int>(first) - 1);
+    }
+}
+
+TEST_F(Manager, ItsWindowFillsOnceAndCloses)
+{
+    std::u32string commands;
+    m_manager.Calls.KeyPress = [&](char32_t key) { commands += key; };
+    for (const char32_t key : {U'n', U'\r', U'X'})
+        m_form.KeyPress(key);
+    EXPECT_EQ(commands, U"nX") << "Enter opens the list when it goes down";
+    Select("Rock");
+    m_rows.DblClick();
+    EXPECT_EQ(m_pl.Count(), 2U);
+    int edits = 0;
+    m_rows.StartLabelEdit = [&] { ++edits; };
+    m_menus.submnuRenamePlaylist.Click();
+    EXPECT_EQ(edits, 1);
+
+    int hidden = 0;
+    m_manager.Calls.Hide = [&] { ++hidden; };
+    const controls::Image& close = m_form.imgClose;
+    close.MouseMove({});
+    EXPECT_EQ(close.Picture.Get(), close.States.hover);
+    m_form.MouseMove({});
+    EXPECT_EQ(close.Picture.Get(), close.States.normal);
+    close.MouseDown({.button = controls::MouseButton::Left});
+    EXPECT_EQ(close.Picture.Get(), close.States.pressed);
+    EXPECT_EQ(hidden, 0);
+    close.MouseUp({.button = controls::MouseButton::Left});
+    EXPECT_EQ(hidden, 1);
+    m_files.clear();
+    m_manager.Load();
+    EXPECT_EQ(m_rows.Count(), 3U) << "it is loaded already";
 }
 
 } // namespace
