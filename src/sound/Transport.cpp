@@ -1,5 +1,6 @@
 #include "Transport.h"
 
+#include "core/CallIfSet.h"
 #include "core/NumberText.h"
 #include "core/PathRules.h"
 #include "core/SettingsKeys.h"
@@ -200,6 +201,7 @@ void Transport::Resume()
 {
     m_bass.BASS_ChannelPlay(m_state.CurrentChannel, 0);
     m_bass.BASS_ChannelPlay(m_state.NextChannel, 0);
+    CallIfSet(m_state.SoundStarts);
     m_forms.wmain.lblTime.Caption = m_state.PausedTimeText;
     m_state.PausedFlag = false;
     m_forms.wmain.tmrBASS.Enabled = true;

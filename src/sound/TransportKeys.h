@@ -8,8 +8,8 @@
 
 namespace velmo {
 
-/// What keys reach beyond the transport. Bound by the object graph, before the first event; what is
-/// not bound does nothing, as long as its window or dialog isn't there.
+/// What keys, pictures and menus reach beyond the transport. Bound by the object graph, before the
+/// first event; what is not bound does nothing, as long as its window or dialog isn't there.
 struct KeyCalls
 {
     std::function<void()> ShowFinder;
@@ -17,11 +17,14 @@ struct KeyCalls
     std::function<void()> ShowAbout;
     std::function<void()> ShowDj;
     std::function<void()> ShowSinfo;
+    std::function<void()> ShowOptions;
+    std::function<void()> ShowEntryInfo;
     std::function<void()> AddFilesDialog;
     std::function<void()> OpenListDialog;
     std::function<void()> SaveListDialog;
     std::function<void()> RestartCore;
     std::function<void()> ExitProgram;
+    std::function<void()> STClose; ///< the short close
 };
 
 /// The keyboard commands that every window of the player has. User-interface thread only.

@@ -5,6 +5,7 @@
 #include "forms/wmain.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 namespace velmo {
@@ -27,6 +28,9 @@ struct TransportState
     std::string PausedTimeText;    ///< the text of `lblTime` at the moment of the pause
     bool TimeElapsedMode = true;   ///< `lblTime` counts up; else it counts down
     std::int32_t MuteSavedVolume = 0;
+
+    /// Bound by the object graph: called whenever a channel has been told to play.
+    std::function<void()> SoundStarts;
 };
 
 /// Title when nothing has been started.

@@ -4,6 +4,7 @@
 #include "DjSettings.h"
 
 #include "bass/FileOpening.h"
+#include "core/CallIfSet.h"
 #include "core/Ignoring.h"
 #include "core/NumberText.h"
 #include "core/RunError.h"
@@ -132,6 +133,7 @@ DWORD modBassFunctions::Open(const std::string& path)
 bool modBassFunctions::StartChannel(DWORD channel)
 {
     m_bass.BASS_ChannelPlay(channel, 1);
+    CallIfSet(m_state.SoundStarts);
     if (m_queries.IsPlaying(channel))
         m_state.PlayStartedFlag = true;
     if (!m_state.PlayStartedFlag) {

@@ -85,6 +85,7 @@ void Spectrum::BuildHeaderAndPalette()
 void Spectrum::SetSpectrumColor(const std::string& colour)
 {
     m_specInfo = MakeBitmapInfo(SpecWidth, SpecHeight, colour);
+    Wake();
 }
 
 void Spectrum::ReadSettings()
@@ -142,6 +143,7 @@ void Spectrum::SetVisMode(std::int32_t mode)
     constexpr int LeastFrameMs = 10;
     m_visMode = mode;
     m_window.tmrSpectrum.LeastMs = mode == FineSpectrum ? LeastFrameMs : 0;
+    Wake();
 }
 
 void Spectrum::picVisualisation_MouseUp(const controls::MouseEvent& event)
@@ -152,7 +154,33 @@ void Spectrum::picVisualisation_MouseUp(const controls::MouseEvent& event)
 
 void Spectrum::tmrSpectrum_Timer()
 {
+    constexpr std::int32_t SettlingFrames = SpecWidth; // the history has gone round once
     DrawVisualisationFrame();
+    m_stillFrames = IsMoving() ? 0 : m_stillFrames + 1;
+    if (m_stillFrames >= SettlingFrames)
+        m_window.tmrSpectrum.Resting = true;
+}
+
+void Spectrum::tmrScroll_Timer()
+{
+    if (!m_window.tmrSpectrum.Resting || !m_window.tmrSpectrum.Enabled)
+        return;
+    if (IsMoving())
+        Wake();
+    else
+        DrawVisualisationFrame();
+}
+
+void Spectrum::Wake()
+{
+    m_stillFrames = 0;
+    m_window.tmrSpectrum.Resting = false;
+}
+
+bool Spectrum::IsMoving() const
+{
+    return m_specInfo.biSize != 0 && m_visMode != Nothing
+           && m_bass.BASS_ChannelIsActive(m_state.CurrentChannel) == BASS_ACTIVE_PLAYING;
 }
 
 void Spectrum::wmain_Resize()

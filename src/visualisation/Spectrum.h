@@ -48,7 +48,14 @@ public:
     void SetVisMode(std::int32_t mode);
 
     void picVisualisation_MouseUp(const controls::MouseEvent& event);
+    /// Draws a frame. When no sound has moved the picture for so long that all of it is still, the
+    /// timer goes to rest.
     void tmrSpectrum_Timer();
+    /// The title has moved on. While the timer rests this looks for what may have changed without
+    /// being told: a seek in a pause, a channel that plays again after a gap.
+    void tmrScroll_Timer();
+    /// Ends the timer's rest: there may be something to draw.
+    void Wake();
     /// The main window was minimised, or is back.
     void wmain_Resize();
 
@@ -56,6 +63,7 @@ private:
     /// One value more than the library gives, so that drawing may start at the second.
     static constexpr std::size_t SpectrumSize = 1025;
 
+    bool IsMoving() const;
     void DrawWaveOfChannel();
     void ReadView();
     void ReadRate();
@@ -66,7 +74,8 @@ private:
     const TransportState& m_state;
 
     std::int32_t m_visMode = 0;
-    std::int32_t m_specPos = 0; ///< column that the history writes next
+    std::int32_t m_stillFrames = 0; ///< ticks in a row without sound
+    std::int32_t m_specPos = 0;     ///< column that the history writes next
     SpectrumBuffer m_specBuf;
     BarScale m_barScale;
     BitmapInfo m_specInfo;

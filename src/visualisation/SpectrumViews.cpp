@@ -83,8 +83,8 @@ void DrawBars(std::span<const float> spectrum, const BarScale& scale, SpectrumBu
         for (; value < end; ++value)
             sum += spectrum[static_cast<std::size_t>(value) + 1];
         const std::int32_t height = HeightOf(static_cast<double>(sum) / divisor, Scale, buffer);
-        for (std::int32_t row = height - 1; row >= 0; --row)
-            std::fill_n(&buffer.At(column, row), barWidth, static_cast<std::uint8_t>(row + 1));
+        for (std::int32_t bar = 0; bar < barWidth; ++bar)
+            FillColumn(column + bar, height, buffer);
         column += pitch;
     }
 }

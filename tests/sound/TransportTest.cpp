@@ -209,11 +209,14 @@ TEST_F(Controls, EveryKeyHasItsCommand)
                    .ShowAbout = note("frmAbout"),
                    .ShowDj = note("dj"),
                    .ShowSinfo = note("Sinfo"),
+                   .ShowOptions = note("Options"),
+                   .ShowEntryInfo = note("frmEntryInfo"),
                    .AddFilesDialog = note("add"),
                    .OpenListDialog = note("open list"),
                    .SaveListDialog = note("save list"),
                    .RestartCore = note("restart"),
-                   .ExitProgram = note("exit")};
+                   .ExitProgram = note("exit"),
+                   .STClose = note("short close")};
     TransportKeys keys(m_transport, mixer, calls);
     const struct
     {

@@ -236,5 +236,45 @@ TEST_F(LivePicture, AMinimisedWindowStopsItAtOnceIfTheSettingsWantThat)
     }
 }
 
+TEST_F(LivePicture, TimerRestsWhileNoSoundMovesItAndWakesWithTheSound)
+{
+    const controls::Timer& timer = m_player.wmain.tmrSpectrum;
+    const auto tick = [this](int times) {
+        for (int i = 0; i < times; ++i)
+            m_player.spectrum.tmrSpectrum_Timer();
+    };
+    m_player.state.SoundStarts = [this] { m_player.spectrum.Wake(); };
+    m_player.spectrum.SetVisMode(2);
+    tick(99);
+    EXPECT_FALSE(timer.Resting) << "the history goes round once";
+    tick(1);
+    EXPECT_TRUE(timer.Resting) << "also before the start has made the palette";
+    EXPECT_TRUE(timer.Enabled);
+    m_player.spectrum.BuildHeaderAndPalette();
+    m_player.tracks.PlayTrack("/m/a.mp3");
+    EXPECT_FALSE(timer.Resting);
+    tick(200);
+    EXPECT_FALSE(timer.Resting) << "while it plays";
+
+    m_player.transport.imgPause_MouseUp({.button = controls::MouseButton::Left});
+    tick(100);
+    EXPECT_TRUE(timer.Resting) << "a pause is still";
+    m_told.clear();
+    m_player.bass.spectrum[3] = 0.04F;
+    m_player.spectrum.tmrScroll_Timer();
+    EXPECT_FALSE(m_told.empty()) << "what is at the pause's new place is seen";
+    EXPECT_TRUE(timer.Resting);
+    m_player.transport.imgPause_MouseUp({.button = controls::MouseButton::Left});
+    EXPECT_FALSE(timer.Resting);
+
+    m_player.spectrum.SetVisMode(4);
+    tick(100);
+    EXPECT_TRUE(timer.Resting) << "the empty view has nothing to draw, whatever plays";
+    m_player.spectrum.tmrScroll_Timer();
+    EXPECT_TRUE(timer.Resting);
+    m_player.spectrum.CycleView();
+    EXPECT_FALSE(timer.Resting);
+}
+
 } // namespace
 } // namespace velmo
