@@ -22,6 +22,7 @@ VolumeSlider::VolumeSlider(forms::wmain& form, const modBass& bass, modINI& sett
 
 void VolumeSlider::Restore()
 {
+    m_dragging = false;
     const double offset = ParseNumber(m_settings.ReadSetting(sections::RTM, keys::Volume, "1215"));
     m_form.imgVolumeTicker.Left =
         offset + m_form.imgVolumeBar.Left - m_form.imgVolumeTicker.Width / 2;

@@ -20,6 +20,8 @@ public:
     /// At the window's load: knob, volume and tool tips from the setting.
     void Restore();
 
+    bool IsDragging() const { return m_dragging; }
+
     void imgVolumeBar_MouseDown(const controls::MouseEvent& event);
     void imgVolumeTicker_MouseDown(const controls::MouseEvent& event);
     void imgVolumeTicker_MouseMove(const controls::MouseEvent& event);

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "Neighbours.h"
+#include "PositionSlider.h"
 #include "VolumeSlider.h"
+#include "modSystray.h"
 
 #include "core/modINI.h"
 #include "equalizer/EqualizerFiles.h"
@@ -23,10 +26,24 @@ struct LoadedWithMainWindow
     Spectrum& spectrum;
     fX& equalizer;
     EqualizerFiles& curves;
+    Neighbours& neighbours;
+    modSystray& systray;
 };
 
-/// The main window's handlers: its load, the position slider and the time display. User-interface
-/// thread only.
+/// Steps of the main window's load that lie above it. A step that is not bound is left out.
+struct MainWindowSteps
+{
+    /// Gives the window the outline of its picture; others stick to it and move with it from now
+    /// on.
+    std::function<void()> ShapeAndStick = {};
+    /// Makes this process findable for others.
+    std::function<void()> MarkMainWindow = {};
+    std::function<void()> LoadPlaylist = {};
+    std::function<void()> LoadListManager = {};
+};
+
+/// The main window's handlers: its load, its buttons of the frame and the mode of its time display.
+/// User-interface thread only.
 class wmain
 {
 public:
@@ -39,30 +56,25 @@ public:
           Monitor& monitor,
           LoadedWithMainWindow modules);
 
-    /// Restores what the last run left: instance hooks first, then volume, place, picture, mode of
-    /// the time display, fonts, equalizer, neighbours and state. `markMainWindow` makes this
-    /// process findable for others.
-    void Load(const std::function<void()>& markMainWindow);
+    /// Restores what the last run left, in the order of the steps' list.
+    void Load(const MainWindowSteps& steps);
 
     /// Hides the playlist with the window, which ends an automatic run at the track's end.
     void imgMinimize_MouseUp(const controls::MouseEvent& event);
-    /// Back from minimised by its own button, the window has its playlist come back, too.
-    void RestorePlaylist();
+    /// Back from minimised by its own button, the window has its playlist come back, too; and all
+    /// neighbours take up their places.
+    void Form_Resize();
     void lblTime_MouseDown(const controls::MouseEvent& event);
-    void imgPositionBar_MouseDown(const controls::MouseEvent& event);
-    void imgPositionTicker_MouseDown(const controls::MouseEvent& event);
-    void imgPositionTicker_MouseMove(const controls::MouseEvent& event);
-    void imgPositionTicker_MouseUp(const controls::MouseEvent& event);
+    /// Counts up or down, and keeps that.
+    void FlipTimeMode();
 
     VolumeSlider& Volume() { return m_volume; }
+    PositionSlider& Position() { return m_position; }
 
 private:
-    double Range() const;
-    float LengthSeconds() const;
-    void SeekToOffset(double offsetTwips);
     void RestorePlace();
-    bool IsPlaylistWanted();
-    void ReadFont();
+    void RestorePlaylist();
+    bool IsTrueSetting(const char* section, const char* key, const char* fallback);
 
     forms::wmain& m_form;
     forms::Playlist& m_playlist;
@@ -73,9 +85,8 @@ private:
     LoadedWithMainWindow m_modules;
     ChannelQueries m_queries;
     VolumeSlider m_volume;
+    PositionSlider m_position;
     bool m_minimizedByButton = false;
-    bool m_positionDragging = false;
-    std::int32_t m_positionDragStart = 0;
 };
 
 /// Whether the pointer was still over the control when the button was released.

@@ -6,8 +6,7 @@
 #include "core/RunError.h"
 #include "playlist/TitleReader.h"
 #include "sound/TransportKeys.h"
-#include "support/FakePlayer.h"
-#include "windows/wmain.h"
+#include "support/FakeMainWindow.h"
 
 #include <gmock/gmock.h>
 
@@ -23,18 +22,6 @@ namespace {
 constexpr int Actions = 15000;
 constexpr int Files = 12;
 
-class FakeDesktop final : public ports::Desktop
-{
-public:
-    Size VirtualSize() override { return {.width = 19200, .height = 15000}; }
-};
-
-class NoMixer final : public ports::MixerProgram
-{
-public:
-    void Start() override {}
-};
-
 class Walk
 {
 public:
@@ -44,7 +31,7 @@ public:
         for (int file = 0; file < Files; ++file)
             Appear(file);
         m_player.playlist.Show();
-        m_window.Load([] {});
+        m_window.Load({});
     }
 
     /// One action; what it was.
@@ -205,9 +192,9 @@ private:
 
     void DragTicker()
     {
-        m_window.imgPositionTicker_MouseDown(Press());
-        m_window.imgPositionTicker_MouseMove(Press());
-        m_window.imgPositionTicker_MouseUp(Press());
+        m_window.Position().imgPositionTicker_MouseDown(Press());
+        m_window.Position().imgPositionTicker_MouseMove(Press());
+        m_window.Position().imgPositionTicker_MouseUp(Press());
     }
 
     void Minimise()
@@ -216,7 +203,7 @@ private:
             {.button = controls::MouseButton::Left, .shift = 0, .x = 9, .y = 9});
         if (Chance(80)) {
             m_player.wmain.State = controls::WindowState::Normal;
-            m_window.RestorePlaylist();
+            m_window.Form_Resize();
         }
     }
 
@@ -273,18 +260,8 @@ private:
 
     std::mt19937 m_engine;
     test::FakePlayer m_player;
-    FakeDesktop m_desktop;
-    fX m_equalizerWindow{m_player.fX, m_player.equalizer, m_player.settings};
-    wmain m_window{
-        m_player.wmain,
-        m_player.playlist,
-        m_player.table,
-        m_player.settings,
-        m_desktop,
-        m_player.state,
-        m_player.monitor,
-        {m_player.spectrum, m_equalizerWindow, m_player.curves}
-    };
+    test::FakeMainWindow m_fakes{m_player};
+    wmain& m_window = m_fakes.window;
     TitleReader m_reader{m_player.list,
                          m_player.playlist,
                          m_player.tags,
@@ -293,49 +270,47 @@ private:
                          m_player.settings,
                          m_player.files,
                          {}};
-    NoMixer m_mixer;
-    KeyCalls m_calls;
-    TransportKeys m_keys{m_player.transport, m_mixer, m_calls};
+    TransportKeys m_keys{m_player.transport, m_fakes.mixerProgram, m_fakes.calls};
     bool m_mustBeSaved = false;
     bool m_hasPlayed = false;
 
     const std::vector<Action> m_actions = {
-        {"tick",           [this] { Tick(); }                                      },
-        {"tick",           [this] { Tick(); }                                      },
-        {"tick",           [this] { Tick(); }                                      },
-        {"tick",           [this] { Tick(); }                                      },
-        {"tick",           [this] { Tick(); }                                      },
-        {"tick",           [this] { Tick(); }                                      },
-        {"play",           [this] { m_player.transport.imgPlay_MouseUp(Press()); } },
-        {"play",           [this] { m_player.transport.imgPlay_MouseUp(Press()); } },
-        {"pause",          [this] { m_player.transport.imgPause_MouseUp(Press()); }},
-        {"stop",           [this] { m_player.transport.imgStop_MouseUp(Press()); } },
-        {"next",           [this] { m_player.transport.imgNext_MouseUp(Press()); } },
-        {"back",           [this] { m_player.transport.imgBack_MouseUp(Press()); } },
-        {"key",            [this] { Key(); }                                       },
-        {"key",            [this] { Key(); }                                       },
-        {"reader",         [this] { ReaderTicks(); }                               },
-        {"setting",        [this] { ChangeSetting(); }                             },
-        {"setting",        [this] { ChangeSetting(); }                             },
-        {"file vanishes",  [this] { Vanish(AnyFile()); }                           },
-        {"file appears",   [this] { Appear(AnyFile()); }                           },
-        {"file appears",   [this] { Appear(AnyFile()); }                           },
-        {"add",            [this] { Add(); }                                       },
-        {"add",            [this] { Add(); }                                       },
-        {"mark",           [this] { MarkAnyRow(); }                                },
-        {"delete",         [this] { Chance(20) ? Delete() : MarkAnyRow(); }        },
-        {"order",          [this] { Order(); }                                     },
-        {"seek",           [this] { m_window.imgPositionBar_MouseDown(Press()); }  },
-        {"drag",           [this] { DragTicker(); }                                },
-        {"time mode",      [this] { m_window.lblTime_MouseDown(Press()); }         },
-        {"show playlist",  [this] { m_player.playlist.Show(); }                    },
-        {"minimise",       [this] { Minimise(); }                                  },
+        {"tick",           [this] { Tick(); }                                               },
+        {"tick",           [this] { Tick(); }                                               },
+        {"tick",           [this] { Tick(); }                                               },
+        {"tick",           [this] { Tick(); }                                               },
+        {"tick",           [this] { Tick(); }                                               },
+        {"tick",           [this] { Tick(); }                                               },
+        {"play",           [this] { m_player.transport.imgPlay_MouseUp(Press()); }          },
+        {"play",           [this] { m_player.transport.imgPlay_MouseUp(Press()); }          },
+        {"pause",          [this] { m_player.transport.imgPause_MouseUp(Press()); }         },
+        {"stop",           [this] { m_player.transport.imgStop_MouseUp(Press()); }          },
+        {"next",           [this] { m_player.transport.imgNext_MouseUp(Press()); }          },
+        {"back",           [this] { m_player.transport.imgBack_MouseUp(Press()); }          },
+        {"key",            [this] { Key(); }                                                },
+        {"key",            [this] { Key(); }                                                },
+        {"reader",         [this] { ReaderTicks(); }                                        },
+        {"setting",        [this] { ChangeSetting(); }                                      },
+        {"setting",        [this] { ChangeSetting(); }                                      },
+        {"file vanishes",  [this] { Vanish(AnyFile()); }                                    },
+        {"file appears",   [this] { Appear(AnyFile()); }                                    },
+        {"file appears",   [this] { Appear(AnyFile()); }                                    },
+        {"add",            [this] { Add(); }                                                },
+        {"add",            [this] { Add(); }                                                },
+        {"mark",           [this] { MarkAnyRow(); }                                         },
+        {"delete",         [this] { Chance(20) ? Delete() : MarkAnyRow(); }                 },
+        {"order",          [this] { Order(); }                                              },
+        {"seek",           [this] { m_window.Position().imgPositionBar_MouseDown(Press()); }},
+        {"drag",           [this] { DragTicker(); }                                         },
+        {"time mode",      [this] { m_window.lblTime_MouseDown(Press()); }                  },
+        {"show playlist",  [this] { m_player.playlist.Show(); }                             },
+        {"minimise",       [this] { Minimise(); }                                           },
         {"answer dialogs",
          [this] {
              m_player.dialogs.choice.paths.clear();
              if (Chance(50))
                  m_player.dialogs.choice.paths.push_back(Path(AnyFile()));
-         }                                                                         },
+         }                                                                                  },
     };
 };
 

@@ -1,18 +1,12 @@
 #include "windows/wmain.h"
 
-#include "support/FakePlayer.h"
+#include "support/FakeMainWindow.h"
 #include "windows/TitleScroller.h"
 
 #include <gtest/gtest.h>
 
 namespace velmo {
 namespace {
-
-class FakeDesktop final : public ports::Desktop
-{
-public:
-    Size VirtualSize() override { return {.width = 19200, .height = 15000}; }
-};
 
 controls::MouseEvent LeftAt(double x)
 {
@@ -30,18 +24,8 @@ protected:
     }
 
     test::FakePlayer m_player;
-    FakeDesktop m_desktop;
-    fX m_equalizerWindow{m_player.fX, m_player.equalizer, m_player.settings};
-    wmain m_window{
-        m_player.wmain,
-        m_player.playlist,
-        m_player.table,
-        m_player.settings,
-        m_desktop,
-        m_player.state,
-        m_player.monitor,
-        {m_player.spectrum, m_equalizerWindow, m_player.curves}
-    };
+    test::FakeMainWindow m_fakes{m_player};
+    wmain& m_window = m_fakes.window;
 };
 
 TEST_F(MainWindow, LoadRestoresWhatTheLastRunLeft)
@@ -58,9 +42,17 @@ TEST_F(MainWindow, LoadRestoresWhatTheLastRunLeft)
     m_player.files.files["/app/zuvio.zfx"] = "ZVFX10\r\n 500 \r\n";
     m_player.fX.Ticker[1].Top = 800;
     m_player.fX.EqualizerOn = true;
-    bool marked = false;
-    m_window.Load([&] { marked = true; });
-    EXPECT_TRUE(marked);
+    m_player.settings.WriteSetting("Display", "ShowIn", "Taskbar and System Tray");
+    m_player.settings.WriteSetting("RTM", "ShowPLMGR", "False");
+    std::string steps;
+    const auto note = [&](const char* name) { return [&steps, name] { steps += name; }; };
+    m_window.Load({.ShapeAndStick = note("shape "),
+                   .MarkMainWindow = note("mark "),
+                   .LoadPlaylist = note("playlist "),
+                   .LoadListManager = [&] { steps += m_player.fX.Loaded ? "manager" : "early"; }});
+    EXPECT_EQ(steps, "shape mark playlist manager");
+    EXPECT_TRUE(m_fakes.systray.TrayIconShown);
+    EXPECT_FALSE(m_fakes.frmListMGR.Visible);
     EXPECT_EQ(m_player.wmain.Left, 1500);
     EXPECT_EQ(m_player.wmain.Top, 0) << "beyond the desktop is not applied";
     EXPECT_EQ(m_player.wmain.State.Get(), controls::WindowState::Minimized);
@@ -75,6 +67,8 @@ TEST_F(MainWindow, LoadRestoresWhatTheLastRunLeft)
     EXPECT_EQ(m_player.wmain.lblSongName.Font.Get(),
               (controls::Font{.name = "Tahoma", .sizePoints = 10.5, .weight = 700}));
     EXPECT_EQ(m_player.wmain.lblSongName.ForeColor, 255U);
+    EXPECT_EQ(m_player.playlist.pl.Font.Get(), m_player.wmain.lblSongName.Font.Get());
+    EXPECT_EQ(m_player.playlist.pl.ForeColor, 255U);
     EXPECT_EQ(m_player.wmain.lblSongName.Caption.Get(),
               "Velmo Player - Made to be heard!    ***  ");
 }
@@ -94,7 +88,7 @@ TEST_F(MainWindow, APressOnTheTimeFlipsItsModeAndKeepsIt)
 
 TEST_F(MainWindow, AClickOnTheBarSeeksToAWholeSecond)
 {
-    m_window.imgPositionBar_MouseDown(LeftAt(1000));
+    m_window.Position().imgPositionBar_MouseDown(LeftAt(1000));
     EXPECT_TRUE(m_player.bass.calls.empty()) << "without a track the bar does nothing";
 
     m_player.tracks.PlayTrack("/m/a.mp3");
@@ -109,7 +103,7 @@ TEST_F(MainWindow, AClickOnTheBarSeeksToAWholeSecond)
         {3495,          99}
     };
     for (const auto& c : cases) {
-        m_window.imgPositionBar_MouseDown(LeftAt(c.x));
+        m_window.Position().imgPositionBar_MouseDown(LeftAt(c.x));
         EXPECT_NEAR(PositionSeconds(), c.seconds, 0.02) << c.x;
         EXPECT_NEAR(m_player.wmain.imgPositionTicker.Left - m_player.wmain.imgPositionBar.Left,
                     c.seconds * step,
@@ -123,17 +117,17 @@ TEST_F(MainWindow, ADraggedKnobStaysInItsRangeAndSeeksWhenLetGo)
     m_player.tracks.PlayTrack("/m/a.mp3");
     const double start = m_player.wmain.imgPositionBar.Left;
     m_player.wmain.imgPositionTicker.Left = start;
-    m_window.imgPositionTicker_MouseDown(LeftAt(60));
+    m_window.Position().imgPositionTicker_MouseDown(LeftAt(60));
     EXPECT_FALSE(m_player.wmain.tmrBASS.Enabled);
-    m_window.imgPositionTicker_MouseMove(LeftAt(60 + 1627.5));
+    m_window.Position().imgPositionTicker_MouseMove(LeftAt(60 + 1627.5));
     EXPECT_NEAR(m_player.wmain.imgPositionTicker.Left, start + 1628, 1);
-    m_window.imgPositionTicker_MouseMove(LeftAt(60 + 5000));
+    m_window.Position().imgPositionTicker_MouseMove(LeftAt(60 + 5000));
     EXPECT_NEAR(m_player.wmain.imgPositionTicker.Left, start + 1628, 1)
         << "past the end the last place stays";
-    m_window.imgPositionTicker_MouseUp(LeftAt(60));
+    m_window.Position().imgPositionTicker_MouseUp(LeftAt(60));
     EXPECT_TRUE(m_player.wmain.tmrBASS.Enabled);
     EXPECT_NEAR(PositionSeconds(), 50, 0.02);
-    m_window.imgPositionTicker_MouseMove(LeftAt(500));
+    m_window.Position().imgPositionTicker_MouseMove(LeftAt(500));
     EXPECT_NEAR(m_player.wmain.imgPositionTicker.Left, start + 1628, 2) << "let go";
 }
 
@@ -189,10 +183,10 @@ TEST_F(MainWindow, MinimisedByItsButtonItHidesThePlaylistUntilItIsBack)
         m_player.playlist.Show();
         m_window.imgMinimize_MouseUp(LeftAt(10));
         EXPECT_FALSE(m_player.playlist.Visible);
-        m_window.RestorePlaylist();
+        m_window.Form_Resize();
         EXPECT_FALSE(m_player.playlist.Visible) << "still minimised";
         m_player.wmain.State = controls::WindowState::Normal;
-        m_window.RestorePlaylist();
+        m_window.Form_Resize();
     };
     minimise();
     EXPECT_TRUE(m_player.playlist.Visible);
@@ -200,7 +194,7 @@ TEST_F(MainWindow, MinimisedByItsButtonItHidesThePlaylistUntilItIsBack)
     minimise();
     EXPECT_FALSE(m_player.playlist.Visible);
     m_player.settings.WriteSetting("RTM", "ShowPL", "True");
-    m_window.RestorePlaylist();
+    m_window.Form_Resize();
     EXPECT_FALSE(m_player.playlist.Visible) << "once only";
 }
 

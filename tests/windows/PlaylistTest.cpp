@@ -1,0 +1,326 @@
+#include "windows/Playlist.h"
+
+#include "playlist/ListFixture.h"
+
+#include <gmock/gmock.h>
+
+namespace velmo {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+constexpr controls::MouseEvent Left{.button = controls::MouseButton::Left};
+constexpr controls::MouseEvent Right{.button = controls::MouseButton::Right};
+
+class NoMixer final : public ports::MixerProgram
+{
+public:
+    void Start() override {}
+};
+
+class PlaylistWindow : public ::testing::Test
+{
+protected:
+    PlaylistWindow()
+    {
+        m_form.Show();
+        m_rows.StartLabelEdit = [this] { m_done.emplace_back("edit"); };
+        m_rows.SetFocus = [this] { m_done.emplace_back("focus"); };
+        m_form.BeginDrag = [this] { m_done.emplace_back("drag"); };
+        m_resources.Menu2.PopUpAtPointer = [this] { m_done.emplace_back("menu"); };
+    }
+
+    /// Rows "1. a", "2. b" and so on of playable files.
+    void Play(std::size_t rows)
+    {
+        for (std::size_t row = 1; row <= rows; ++row) {
+            const std::string path = std::string("/m/") + static_cast<char>('a' + row - 1) + ".mp3";
+            m_player.AddSound(path, {.seconds = 10});
+            m_rows.Add({.Text = std::to_string(row) + ". x", .Length = "00:10", .Path = path});
+        }
+    }
+
+    static void Click(const controls::Image& image)
+    {
+        image.MouseDown(Left);
+        image.MouseUp(Left);
+    }
+
+    test::ListFixture m_player;
+    forms::Playlist& m_form = m_player.playlist;
+    controls::ListRows& m_rows = m_form.pl;
+    forms::frmResources m_resources;
+    forms::frmAddLocation m_locationForm;
+    frmAddLocation m_location{m_locationForm, m_form, m_player.settings};
+    NoMixer m_mixer;
+    KeyCalls m_keyCalls;
+    TransportKeys m_keys{m_player.transport, m_mixer, m_keyCalls};
+    NeighbourForms m_windows{m_player.wmain, m_form, m_player.fX, m_player.manager, m_resources};
+    Neighbours m_neighbours{m_windows, m_player.settings, nullptr};
+    PlaylistButtonModules m_buttons{
+        m_player.list, m_player.ordering, m_player.addingDialogs, m_player.listDialogs, m_location};
+    PlaylistCommandModules m_commands{
+        m_player.list, m_player.tags, m_player.transport, m_keys, m_player.state};
+    PlaylistForms m_forms{m_form, m_player.wmain, m_resources};
+    PlaylistModules m_modules{m_neighbours, m_player.adding, m_buttons, m_commands};
+    Playlist m_window{m_forms, m_modules, m_player.settings, m_player.files, "/app/"};
+    std::vector<std::string> m_done;
+};
+
+TEST_F(PlaylistWindow, AWheelStepMovesTheViewByAsManyRowsAsTheSettingsSay)
+{
+    const struct
+    {
+        std::size_t rows;
+        const char* step;
+        int delta;
+        std::size_t from, first; ///< rows at the top of the view, before and after
+        std::int32_t position;
+    } cases[] = {
+        {100, "3",   -120, 10, 13,  13 },
+        {100, "0",   -120, 10, 11,  11 },
+        {100, "-5",  0,    10, 11,  11 },
+        {100, "abc", 120,  10, 9,   9  },
+        {100, "2.9", 120,  10, 8,   8  },
+        {500, "300", -120, 10, 210, 210},
+        {100, "9",   -120, 65, 69,  69 }, // the last row
+        {100, "9",   120,  3,  1,   1  },
+        {20,  "3",   -120, 1,  1,   -11}, // all is in view: the bar only stores it
+        {0,   "3",   120,  0,  0,   1  },
+    };
+    for (const auto& c : cases) {
+        m_rows.Clear();
+        for (std::size_t row = 1; row <= c.rows; ++row)
+            m_rows.AddTexts({.Text = "x", .Length = "00:10", .Path = "/m/x"});
+        m_player.list.UpdateListScrollBar();
+        if (c.from > 1)
+            m_rows.EnsureVisible(c.from + m_rows.VisibleRows() - 1);
+        m_player.Set("Options", "mwStep", c.step);
+        m_window.Load();
+        m_rows.MouseWheel(c.delta);
+        EXPECT_EQ(m_rows.FirstVisibleEntry(), c.first) << c.rows << " rows, step " << c.step;
+        EXPECT_EQ(m_form.scBar.Position(), c.position) << c.rows << " rows, step " << c.step;
+    }
+}
+
+TEST_F(PlaylistWindow, BarClicksAndKeysMoveTheViewAndWakeTheTitleReader)
+{
+    for (int row = 1; row <= 100; ++row)
+        m_rows.Add({.Text = "x", .Length = "", .Path = "/m/x"});
+    m_player.list.UpdateListScrollBar();
+    const auto woken = [&] {
+        const bool isAwake = m_form.tmrInfo.Enabled;
+        m_form.tmrInfo.Enabled = false;
+        return isAwake;
+    };
+    m_form.scBar.Change(true, 20);
+    EXPECT_EQ(m_rows.FirstVisibleEntry(), 20U);
+    EXPECT_TRUE(woken());
+    m_form.scBar.Change(false, -5);
+    EXPECT_EQ(m_rows.FirstVisibleEntry(), 1U);
+    m_form.scBar.Change(true, 99);
+    EXPECT_EQ(m_rows.FirstVisibleEntry(), 1U) << "no such row";
+    m_form.scBar.imgVBar.Click();
+    EXPECT_THAT(m_done, ElementsAre("focus"));
+
+    m_rows.EnsureVisible(60);
+    for (const int key : {34, 40, 33, 38}) {
+        m_form.scBar.SetPosition(3);
+        m_rows.KeyDown(key);
+        EXPECT_EQ(m_form.scBar.Position(), 29) << key;
+    }
+    woken();
+    m_rows.EnsureVisible(1);
+    m_rows.KeyDown(35);
+    EXPECT_EQ(m_form.scBar.Position(), 29) << "not by every key";
+    EXPECT_TRUE(woken()) << "but every key wakes";
+    m_rows.Click();
+    EXPECT_EQ(m_form.scBar.Position(), 1);
+    EXPECT_TRUE(woken());
+}
+
+TEST_F(PlaylistWindow, FramesShowTheirButtonsUntilThePointerLeaves)
+{
+    m_form.imgOpen.MouseMove(Left);
+    Click(m_form.imgOpen);
+    for (const controls::Image* shown :
+         {&m_form.frameOpen, &m_form.imgOpenMedia, &m_form.imgOpenLocation})
+        EXPECT_TRUE(shown->Visible) << shown->Name;
+    EXPECT_FALSE(m_form.imgOrderAZ.Visible);
+    m_form.imgOpenMedia.MouseMove(Left);
+    m_form.imgOpenList.MouseMove(Left);
+    EXPECT_EQ(m_form.imgOpenMedia.Picture.Get().index, 16);
+    EXPECT_EQ(m_form.imgOpenList.Picture.Get().index, 12);
+    EXPECT_EQ(m_form.imgOpen.Picture.Get().index, 5) << "the release left it normal";
+    // Straight from within the frame the button shows it again, with its buttons at rest.
+    Click(m_form.imgOpen);
+    EXPECT_TRUE(m_form.frameOpen.Visible);
+    EXPECT_EQ(m_form.imgOpenList.Picture.Get().index, 10);
+    m_form.imgOrder.MouseMove(Left);
+    EXPECT_TRUE(m_form.frameOpen.Visible);
+    EXPECT_EQ(m_form.imgOrder.Picture.Get().index, 25);
+    Click(m_form.imgOpen);
+    EXPECT_FALSE(m_form.frameOpen.Visible) << "toggled";
+
+    const controls::Control* const around[] = {
+        &m_form.imgClear, &m_form.imgSave, &m_form.pl, nullptr};
+    for (const controls::Control* control : around) {
+        m_form.maincapclose.MouseMove(Left);
+        Click(m_form.imgOrder);
+        ASSERT_TRUE(m_form.imgOrderAZ.Visible);
+        (control != nullptr ? control->MouseMove : m_form.MouseMove)(Left);
+        EXPECT_FALSE(m_form.frameOrder.Visible);
+        EXPECT_FALSE(m_form.imgOrderAZ.Visible);
+    }
+    EXPECT_EQ(m_form.maincapclose.Picture.Get().index, 1);
+    EXPECT_EQ(m_form.imgClear.Picture.Get().index, 2);
+}
+
+TEST_F(PlaylistWindow, ButtonsActOnTheirReleaseAndSaveTheList)
+{
+    m_player.Fill({"1. b", "2. a"});
+    m_form.imgClear.MouseUp(Right);
+    EXPECT_EQ(m_rows.Count(), 2U);
+    Click(m_form.imgOrder);
+    Click(m_form.imgOrderAZ);
+    EXPECT_FALSE(m_form.frameOrder.Visible);
+    EXPECT_EQ(m_rows.Row(1).Text, "1. a");
+    Click(m_form.imgOrderZA);
+    EXPECT_EQ(m_rows.Row(1).Text, "1. b");
+    Click(m_form.imgSave);
+    Click(m_form.imgOpenMedia);
+    EXPECT_EQ(m_player.dialogs.fileDialogs.size(), 2U);
+    m_player.files.files.erase("/app/list.zvl");
+    Click(m_form.imgOpenDirectory);
+    EXPECT_EQ(m_player.dialogs.folderTitles.size(), 1U);
+    EXPECT_NE(m_player.Saved(), "") << "saved although nothing was chosen";
+    Click(m_form.imgOpenLocation);
+    EXPECT_TRUE(m_locationForm.Visible);
+    m_form.tmrInfo.Enabled = true;
+    Click(m_form.imgClear);
+    EXPECT_EQ(m_rows.Count(), 0U);
+    EXPECT_FALSE(m_form.tmrInfo.Enabled);
+    EXPECT_EQ(m_player.Saved(), "#ZVL20#Internal playlist\r\n");
+}
+
+TEST_F(PlaylistWindow, TheCloseImageKeepsItsPressAndHidesOnItsRelease)
+{
+    m_resources.submnuShowPlaylist.Checked = true;
+    m_form.maincapclose.MouseDown(Left);
+    EXPECT_EQ(m_form.maincapclose.Picture.Get().index, 2);
+    EXPECT_EQ(m_player.Get("RTM", "ShowPL"), "False");
+    EXPECT_FALSE(m_resources.submnuShowPlaylist.Checked);
+    m_form.maincapclose.MouseUp({.button = controls::MouseButton::Left, .shift = 0, .x = 196});
+    EXPECT_TRUE(m_form.Visible) << "released beside it";
+    m_player.files.SetCurrentDirectory("/elsewhere");
+    m_form.maincapclose.MouseUp(Left);
+    EXPECT_FALSE(m_form.Visible);
+    EXPECT_EQ(m_player.files.CurrentDirectory(), "/app/");
+    EXPECT_NE(m_player.Saved(), "");
+    // The window manager asks for the same.
+    m_form.Show();
+    m_player.Set("RTM", "ShowPL", "True");
+    m_form.QueryClose();
+    EXPECT_FALSE(m_form.Visible);
+    EXPECT_EQ(m_player.Get("RTM", "ShowPL"), "False");
+    m_form.MouseDown(Right);
+    EXPECT_THAT(m_done, IsEmpty());
+    m_form.MouseDown(Left);
+    EXPECT_THAT(m_done, ElementsAre("drag"));
+}
+
+TEST_F(PlaylistWindow, OneOfClickAndDoubleClickPlaysTheSelectedEntry)
+{
+    const struct
+    {
+        const char* setting;
+        const char* onRelease;
+        const char* onDoubleClick;
+    } cases[] = {
+        {"",     "",         "/m/b.mp3"},
+        {"TRUE", "/m/b.mp3", ""        },
+        {"no",   "",         ""        },
+    };
+    m_rows.MouseUp(Left); // nothing is selected: passed over
+    m_rows.DblClick();
+    Play(3);
+    for (const auto& c : cases) {
+        m_player.Set("Options", "PlayOnSingleClick", c.setting);
+        m_rows.Mark(2);
+        m_player.state.CurrentFile.clear();
+        m_rows.MouseUp(Right);
+        m_rows.MouseUp(Left);
+        EXPECT_EQ(m_player.state.CurrentFile, c.onRelease) << c.setting;
+        m_player.state.CurrentFile.clear();
+        m_rows.DblClick();
+        EXPECT_EQ(m_player.state.CurrentFile, c.onDoubleClick) << c.setting;
+    }
+    EXPECT_THAT(m_done, ElementsAre("menu", "menu", "menu"));
+}
+
+TEST_F(PlaylistWindow, LettersStepThroughTheRowsWhateverIsSeenOfTheWindow)
+{
+    m_player.wmain.tmrBASS.Enabled = true;
+    m_form.KeyPress(U'n');
+    EXPECT_FALSE(m_player.wmain.tmrBASS.Enabled) << "an empty list only stops the monitor";
+    Play(3);
+    m_rows.Mark(2);
+    m_form.Hide();
+    const struct
+    {
+        char32_t key;
+        const char* plays;
+    } cases[] = {
+        {U'n',  "/m/c.mp3"},
+        {U'N',  "/m/a.mp3"},
+        {U'b',  "/m/c.mp3"},
+        {U'B',  "/m/b.mp3"},
+        {U'\r', "/m/b.mp3"},
+    };
+    for (const auto& c : cases) {
+        m_player.state.AdvanceRequested = c.key != U'\r';
+        m_form.KeyPress(c.key);
+        EXPECT_EQ(m_player.state.CurrentFile, c.plays);
+        EXPECT_FALSE(m_player.state.AdvanceRequested);
+    }
+    EXPECT_THAT(m_player.Texts(), ElementsAre("1. x", "2. x*", "3. x"));
+}
+
+TEST_F(PlaylistWindow, TheMenuActsOnTheEntries)
+{
+    EXPECT_NO_THROW(m_resources.submnuPlay.Click());
+    EXPECT_THROW(m_resources.submnuReloadtag.Click(), std::out_of_range);
+    Play(3);
+    m_rows.Mark(2);
+    m_player.state.AdvanceRequested = true;
+    m_resources.submnuPlay.Click();
+    EXPECT_EQ(m_player.state.CurrentFile, "/m/b.mp3");
+    EXPECT_FALSE(m_player.state.AdvanceRequested);
+    m_player.tagLibrary.formatTags["/m/b.mp3 %TITL"] = "New";
+    m_player.Set("Options", "ReadTitlesOn", "load");
+    const std::string saved = m_player.Saved();
+    m_resources.submnuReloadtag.Click();
+    EXPECT_EQ(m_rows.Row(2), (controls::PlaylistEntry{"2. New", "00:10", "/m/b.mp3"}));
+    m_player.Set("Display", "ShowNumbersInPL", "False");
+    m_resources.submnuReloadtag.Click();
+    EXPECT_EQ(m_rows.Row(2).Text, "New");
+    m_resources.submnuEditEntry.Click();
+    m_rows.AfterLabelEdit(2, "Mine");
+    EXPECT_EQ(m_rows.Row(2).Text, "Mine");
+    EXPECT_EQ(m_player.Saved(), saved) << "neither is saved";
+    m_player.random.numbers = {0.9F};
+    m_resources.submnuPlayRandom.Click();
+    EXPECT_EQ(m_player.state.CurrentFile, "/m/c.mp3");
+    m_resources.submnuDeleteSelected.Click();
+    EXPECT_THAT(m_player.Texts(), ElementsAre("x", "Mine"));
+    m_rows.Mark(1);
+    m_rows.KeyDown(46);
+    EXPECT_THAT(m_player.Texts(), ElementsAre("Mine"));
+    m_rows.OLEDragDrop({"/m/a.mp3"});
+    EXPECT_THAT(m_player.Texts(), ElementsAre("Mine*", "a"));
+    EXPECT_THAT(m_done, ElementsAre("edit"));
+}
+
+} // namespace
+} // namespace velmo
