@@ -42,9 +42,12 @@ void BringUp::tmrcZat_Timer()
 void BringUp::StartAndShow()
 {
     constexpr int FailedStart = 1;
-    if (m_startCore.Run(StartKind::Process))
+    if (m_startCore.Run(StartKind::Process)) {
+        m_wmain.FirstPicture = [this] { m_startCore.OpenList(); };
+        if (m_wmain.State.Get() == controls::WindowState::Minimized)
+            m_startCore.OpenList(); // there may be no picture for long
         m_wmain.Show();
-    else if (!m_application.IsQuitting())
+    } else if (!m_application.IsQuitting())
         m_application.Quit(FailedStart);
 }
 

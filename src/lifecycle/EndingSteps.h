@@ -39,6 +39,7 @@ struct EndingCalls
     std::function<void()> RemoveTrayIcon; ///< if it is there
     std::function<void()> GiveBackSystemMenu;
     std::function<void()> ReleaseRegions;
+    std::function<void()> RemoveAllWindows; ///< from those that stick together
 };
 
 enum class VolumeText

@@ -40,9 +40,10 @@ void RestartCore::Run()
     CallIfSet(m_steps.Calls().ReleaseRegions);
     CallIfSet(m_steps.Calls().EndStandByGuard);
     CallIfSet(m_steps.Calls().RemoveTrayIcon);
-    if (m_startCore.Run(StartKind::Restart))
+    if (m_startCore.Run(StartKind::Restart)) {
+        m_startCore.OpenList();
         m_steps.Modules().wmain.Show();
-    else if (!m_application.IsQuitting())
+    } else if (!m_application.IsQuitting())
         m_application.Quit(FailedStart);
 }
 
@@ -54,9 +55,11 @@ void RestartCore::UnloadWindows()
     }
     forms::Playlist& playlist = m_steps.Modules().playlist;
     playlist.Hide();
+    playlist.Loaded = false;
     playlist.tmrInfo.Enabled = false;
     playlist.pl.Clear();
     m_steps.Modules().wmain.Unload();
+    CallIfSet(m_steps.Calls().RemoveAllWindows);
 }
 
 } // namespace velmo

@@ -43,10 +43,10 @@ bool StartCore::Run(StartKind kind)
         &StartCore::TakeShutdownStatus,
         &StartCore::SetProxy,
         &StartCore::LeaveToApplicationDirectory,
-        &StartCore::OpenCommandLine,
     };
     m_kind = kind;
     m_failed = false;
+    m_isReady = false;
     m_isListOpen = false;
     // NOLINTNEXTLINE(readability-use-anyofallof): the steps act, and their order is the contract
     for (const Step step : Steps) {
@@ -55,7 +55,14 @@ bool StartCore::Run(StartKind kind)
         if (m_failed || m_ports.application.IsQuitting())
             return false;
     }
+    m_isReady = true;
     return true;
+}
+
+void StartCore::OpenList()
+{
+    if (std::exchange(m_isReady, false))
+        OpenCommandLine();
 }
 
 void StartCore::EnterApplicationDirectory()

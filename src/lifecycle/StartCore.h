@@ -67,10 +67,15 @@ class StartCore
 public:
     StartCore(StartPorts ports, StartModules modules, StartCalls calls);
 
-    /// Runs the steps in their order. False if the process must end: after a fatal failure, which
-    /// has been shown, or where the program was ended while a box was open. May be called again:
-    /// everything is built anew.
+    /// Runs the steps in their order, all but the last one. False if the process must end: after a
+    /// fatal failure, which has been shown, or where the program was ended while a box was open.
+    /// May be called again: everything is built anew.
     [[nodiscard]] bool Run(StartKind kind);
+
+    /// The last step, once a run: fills the list from the command line, or from the list of the
+    /// last run. It is apart because a long list may follow the windows' first picture; whoever
+    /// needs the rows calls it first. Does nothing unless a run has got here.
+    void OpenList();
 
     /// Whether the latest run has got as far as to fill the list. Before that the list in memory is
     /// nobody's, and must not be saved.
@@ -108,6 +113,7 @@ private:
     std::unique_ptr<ports::Libraries::Library> m_effects;
     StartKind m_kind = StartKind::Process;
     bool m_failed = false;
+    bool m_isReady = false; ///< for the list
     bool m_isListOpen = false;
 };
 

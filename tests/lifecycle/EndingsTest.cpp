@@ -70,7 +70,8 @@ protected:
                 .EndStandByGuard = note("end guard"),
                 .RemoveTrayIcon = note("remove icon"),
                 .GiveBackSystemMenu = note("system menu"),
-                .ReleaseRegions = note("regions")};
+                .ReleaseRegions = note("regions"),
+                .RemoveAllWindows = note("unstick")};
     }
 
     forms::wmain& m_wmain = m_player.wmain;
@@ -198,7 +199,7 @@ TEST_F(Endings, RestartSavesUnloadsAndStartsWithoutTheCommandLine)
     m_wmain.lblTime.Caption = "00:07";
     m_log.clear();
     m_restart.Run();
-    m_log.resize(12);
+    m_log.resize(13);
     EXPECT_THAT(m_log,
                 ElementsAre("RTM Volume=68",
                             "tmrBASS off",
@@ -208,6 +209,7 @@ TEST_F(Endings, RestartSavesUnloadsAndStartsWithoutTheCommandLine)
                             "save /app/list.zvl",
                             "save /app/zuvio.zfx",
                             "hide",
+                            "unstick",
                             "regions",
                             "end guard",
                             "remove icon",

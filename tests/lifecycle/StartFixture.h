@@ -4,6 +4,7 @@
 #include "support/FakeApplication.h"
 #include "support/FakeLibraries.h"
 #include "support/FakePlayer.h"
+#include "support/FakeTray.h"
 
 #include <gtest/gtest.h>
 
@@ -13,19 +14,6 @@ namespace velmo {
 class StartTest : public ::testing::Test
 {
 protected:
-    class FakeTray final : public ports::Tray
-    {
-    public:
-        explicit FakeTray(std::vector<std::string>& log)
-            : m_log(log)
-        {}
-        void Add(const std::string& toolTip) override { m_log.push_back("tray " + toolTip); }
-        void Remove() override { m_log.emplace_back("no tray"); }
-
-    private:
-        std::vector<std::string>& m_log;
-    };
-
     class FakeAssociations final : public ports::Associations
     {
     public:
@@ -73,7 +61,10 @@ protected:
     bool Run(StartKind kind = StartKind::Process)
     {
         m_log.clear();
-        return m_core.Run(kind);
+        if (!m_core.Run(kind))
+            return false;
+        m_core.OpenList();
+        return true;
     }
 
     void Set(const char* section, const std::string& key, const std::string& value)
@@ -85,14 +76,14 @@ protected:
     std::vector<std::string>& m_log = m_player.bass.calls;
     test::FakeApplication m_application;
     test::FakeLibraries m_libraries;
-    FakeTray m_tray{m_log};
+    test::FakeTray m_tray{m_log};
     FakeAssociations m_associations{m_log};
     modBass m_table;
     PluginTable m_plugins;
     ProxySettings m_proxy{m_table, m_player.settings};
-    modSystray m_systray{m_tray, m_player.wmain};
-    ShutdownState m_shutdown;
     forms::frmResources m_resources;
+    modSystray m_systray{m_tray, m_player.wmain, m_resources};
+    ShutdownState m_shutdown;
     StartCore m_core{
         {m_application,   m_player.files, m_libraries, m_player.dialogs, m_associations},
         {m_player.settings,

@@ -25,11 +25,15 @@ TEST_F(StartTest, TheSplashWindowStartsTheCoreOnceAtItsTick)
     EXPECT_FALSE(splash.tmrcZat.Enabled);
     EXPECT_TRUE(m_player.wmain.Visible);
 
-    // Without it the window is there at once; a failed start ends the process.
+    // Without it the window is there at once, and the list behind its first picture; a failed start
+    // ends the process.
     m_player.wmain.Hide();
     m_player.settings.WriteSetting("Options", "ShowSplashScreen", "False");
     bringUp.Run();
     EXPECT_TRUE(m_player.wmain.Visible);
+    EXPECT_FALSE(m_core.IsListOpen());
+    m_player.wmain.FirstPicture();
+    EXPECT_TRUE(m_core.IsListOpen());
     m_player.bass.initSucceeds = false;
     m_player.wmain.Hide();
     bringUp.Run();
