@@ -1,5 +1,6 @@
 #include "forms/ErrMGR.h"
 #include "forms/frmAddLocation.h"
+#include "forms/frmListMGR.h"
 #include "forms/frmSplash.h"
 #include "forms/wmain.h"
 #include "ui/SmallForm.h"
@@ -87,7 +88,7 @@ TEST(FormView, TellsScreenReadersNameRoleTextAndValue)
         {"lblSong", "lblSong",         QAccessible::StaticText, "Song" },
         {"imgKnob", "imgKnob",         QAccessible::Slider,     "50%"  },
         {"imgBar",  "Position",        QAccessible::Slider,     "50%"  },
-        {"imgArea", "imgArea",         QAccessible::Graphic,    ""     },
+        {"imgArea", "imgArea",         QAccessible::NoRole,     ""     },
     };
     for (const Case& c : cases) {
         QAccessibleInterface* got =
@@ -318,6 +319,33 @@ TEST(FormView, TypedTextReachesTheControlAndLockedTextStays)
     ServeEvents();
     QTest::keyClicks(&edit, QStringLiteral("c"));
     EXPECT_EQ(shown.form.txtNote.Text.Get(), "abc");
+}
+
+/// The ticker of a bar that counts from 0 may stand above its track.
+TEST(FormView, APieceIsSeenOnlyInsideItsContainer)
+{
+    forms::frmListMGR form;
+    const qt::FormView view(form);
+    form.Show();
+    const struct
+    {
+        std::int32_t max, position;
+        bool visible;
+        QRect seen; ///< null: all of it
+    } cases[] = {
+        {3,      0,       true,    QRect(0,        5, 16, 11)},
+        {2,    0,        false,               QRect()                            },
+        {2, 1,true,QRect()},
+    };
+    const QWidget* ticker = nullptr;
+    for (const auto& c : cases) {
+        form.scBarMgr.Max = c.max;
+        form.scBarMgr.SetPosition(c.position);
+        ServeEvents();
+        ticker = &Find(view, "imgResizeTicker");
+        EXPECT_EQ(ticker->isVisible(), c.visible);
+        EXPECT_TRUE(!c.visible || ticker->mask().boundingRect() == c.seen) << c.max << c.position;
+    }
 }
 
 TEST(FormView, FormOutlivesItsView)

@@ -1,3 +1,4 @@
+#include "skin/Skin.h"
 #include "ui/SmallForm.h"
 
 #include <QBackingStore>
@@ -153,14 +154,72 @@ TEST(Painting, HiddenControlIsNotPaintedAndComesBack)
     }
 }
 
-TEST(Painting, FramelessWindowHasRoundCorners)
+TEST(Painting, WindowHasTheOutlineOfItsFormFromItsFirstShowOn)
+{
+    SmallForm form;
+    form.Outline = std::vector<controls::PixelArea>{
+        {8, 0, 184, 2 },
+        {0, 2, 200, 98}
+    };
+    const qt::FormView view(form);
+    form.Show();
+    ASSERT_TRUE(WaitUntil([&] { return view.isVisible(); }));
+    EXPECT_EQ(view.mask(), QRegion(8, 0, 184, 2) + QRegion(0, 2, 200, 98));
+    form.Outline = std::vector<controls::PixelArea>();
+    ServeEvents();
+    EXPECT_TRUE(view.mask().isEmpty());
+}
+
+QImage Decoded(controls::PictureRef picture)
+{
+    const skin::Bitmap bitmap = skin::Decode(picture, 1);
+    QImage image(bitmap.width, bitmap.height, QImage::Format_RGB32);
+    for (int y = 0; y < bitmap.height; ++y)
+        for (int x = 0; x < bitmap.width; ++x)
+            image.setPixel(x, y, bitmap.Pixels()[static_cast<std::size_t>(y * bitmap.width + x)]);
+    return image;
+}
+
+TEST(Painting, GroundAndImagesShowTheSkinAsItIsDrawn)
+{
+    using controls::PictureList;
+    ShownForm shown;
+    const controls::PictureRef ground{PictureList::pl, 1};
+    const controls::PictureRef close{PictureList::wnd, 1};
+    const QRect area = Find(shown.view, "imgArea").geometry(); // 10 by 10
+    shown.form.Picture = ground;
+    ServeEvents();
+    const auto grabbed = [&] {
+        ServeEvents();
+        return shown.view.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    };
+    const QImage drawnGround = Decoded(ground).copy(area);
+    EXPECT_EQ(grabbed().copy(area), drawnGround); // an image without a picture is clear
+    shown.form.imgArea.Picture = close;
+    EXPECT_EQ(grabbed().copy(area), Decoded(close).copy(0, 0, 10, 10)); // cut off
+    shown.form.imgArea.Stretch = true;
+    EXPECT_EQ(grabbed().copy(area),
+              Decoded(close)
+                  .scaled(10, 10, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+                  .convertToFormat(QImage::Format_RGB32));
+    shown.form.imgArea.Stretch = false;
+    shown.form.imgArea.Picture = controls::PictureRef{PictureList::wmain, 200}; // none such
+    EXPECT_EQ(grabbed().copy(area), drawnGround);
+}
+
+TEST(Painting, AnotherPictureUnderTheMouseRepaintsItsImageAlone)
 {
     ShownForm shown;
-    const QRegion mask = shown.view.mask();
-    EXPECT_EQ(mask.boundingRect(), QRect(0, 0, 200, 100));
-    for (const QPoint corner : {QPoint(0, 0), QPoint(199, 0), QPoint(0, 99), QPoint(199, 99)})
-        EXPECT_FALSE(mask.contains(corner));
-    EXPECT_TRUE(mask.contains(QPoint(8, 0)) && mask.contains(QPoint(0, 50)));
+    shown.form.Picture = controls::PictureRef{controls::PictureList::pl, 1};
+    shown.form.imgArea.TakeStates(controls::PictureList::wnd, 1);
+    ServeEvents();
+    PaintCounter paints;
+    shown.form.imgArea.ShowHover();
+    ASSERT_TRUE(WaitUntil([&] { return paints.Count("imgArea") > 0; }));
+    shown.form.imgArea.ShowHover();
+    ServeEvents();
+    EXPECT_THAT(paints.Painted(), testing::ElementsAre("imgArea"));
+    EXPECT_EQ(paints.Count("imgArea"), 1);
 }
 
 } // namespace

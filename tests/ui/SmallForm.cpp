@@ -4,14 +4,12 @@
 
 namespace velmo::test {
 
-using controls::ImageShape;
-
 SmallForm::SmallForm()
     : Form("SmallForm", "Small form", 3000, 1500, controls::BorderStyle::None)
     , lblTime(*this, "lblTime", {150, 150, 900, 300}, "00:00")
     , lblSong(*this, "lblSong", {1200, 150, 1500, 300}, "Song")
-    , imgBar(*this, "imgBar", {150, 600, 2700, 150}, ImageShape::Slot)
-    , imgKnob(*this, "imgKnob", {150, 600, 300, 150}, ImageShape::Knob)
+    , imgBar(*this, "imgBar", {150, 600, 2700, 150})
+    , imgKnob(*this, "imgKnob", {150, 600, 300, 150})
     , imgArea(*this, "imgArea", {150, 900, 150, 150})
     , txtNote(*this, "txtNote", {1200, 900, 900, 450})
     , picSound(*this, "picSound", {450, 900, 150, 150})

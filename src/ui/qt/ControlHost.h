@@ -5,6 +5,7 @@ class QPoint;
 namespace velmo::qt {
 
 class ControlWidget;
+class SkinPictures;
 
 /// What the widget of a control asks of the window it stands in. User-interface thread.
 class ControlHost
@@ -21,6 +22,9 @@ public:
     /// False until the window's first frame was painted, which goes without text: the first text of
     /// a process costs several milliseconds.
     virtual bool IsTextShown() const = 0;
+
+    /// The skin as the window shows it.
+    virtual SkinPictures& Pictures() = 0;
 
     /// A left press that no slot took.
     virtual void StartDrag() = 0;

@@ -3,8 +3,11 @@
 #include "QtText.h"
 #include "Twips.h"
 
+#include "controls/Controls.h"
 #include "controls/EventEntry.h"
+#include "controls/KeyActions.h"
 
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QTextDocument>
 
@@ -30,6 +33,18 @@ unsigned ShiftOf(Qt::KeyboardModifiers keys)
     shift |= keys.testFlag(Qt::ControlModifier) ? controls::ControlKey : 0U;
     shift |= keys.testFlag(Qt::AltModifier) ? controls::AltKey : 0U;
     return shift;
+}
+
+QRect PlaceOf(const controls::Control& control)
+{
+    return ToPixels(control.Left, control.Top, control.Width, control.Height);
+}
+
+const controls::Image* ImageOf(const controls::Control& control)
+{
+    return control.Kind == controls::ControlKind::Image
+               ? &static_cast<const controls::Image&>(control)
+               : nullptr;
 }
 
 } // namespace
@@ -60,9 +75,11 @@ ControlWidget::~ControlWidget()
 
 void ControlWidget::Sync()
 {
-    setGeometry(ToPixels(m_control.Left, m_control.Top, m_control.Width, m_control.Height));
+    setGeometry(PlaceOf(m_control));
     setEnabled(m_control.Enabled);
-    setVisible(m_control.Visible);
+    setVisible(CutToContainer() && m_control.Visible);
+    if (focusPolicy() == Qt::NoFocus && IsTabStop())
+        setFocusPolicy(Qt::TabFocus);
     const QString tip = FromBytes(m_control.ToolTipText.Get());
     setToolTip(Qt::mightBeRichText(tip) ? tip.toHtmlEscaped() : tip);
     const QString label = AccessibleLabel();
@@ -70,10 +87,23 @@ void ControlWidget::Sync()
         setAccessibleName(label);
 }
 
+/// False if nothing is left.
+bool ControlWidget::CutToContainer()
+{
+    if (m_control.Container == nullptr)
+        return true;
+    const QRect seen = geometry() & PlaceOf(*m_control.Container);
+    if (seen == geometry())
+        clearMask();
+    else
+        setMask(seen.translated(-pos()));
+    return !seen.isEmpty();
+}
+
 QAccessible::Role ControlWidget::AccessibleRole() const
 {
-    return m_control.Kind == controls::ControlKind::ListRows ? QAccessible::List
-                                                             : QAccessible::Graphic;
+    return m_control.Kind == controls::ControlKind::ScrollBar ? QAccessible::ScrollBar
+                                                              : QAccessible::Graphic;
 }
 
 QString ControlWidget::AccessibleText() const
@@ -94,9 +124,110 @@ QString ControlWidget::AccessibleLabel() const
     return FromBytes(tip.empty() ? m_control.Name : tip);
 }
 
-const ControlHost& ControlWidget::Host() const
+controls::Control& ControlWidget::Model() const
+{
+    return m_control;
+}
+
+bool ControlWidget::IsTabStop() const
+{
+    const controls::Image* const image = ImageOf(m_control);
+    const bool isTrack = image != nullptr && image->Knob() != nullptr && image->Knob() != image;
+    return m_control.TabStop && !isTrack;
+}
+
+bool ControlWidget::IsRingShown() const
+{
+    return m_ring.IsShown();
+}
+
+void ControlWidget::Press()
+{
+    ActAt(rect().center(), [this] { controls::Press(m_control); });
+}
+
+std::optional<QPoint> ControlWidget::KeyPlace() const
+{
+    return m_keyPlace;
+}
+
+void ControlWidget::ActAt(QPoint place, const std::function<void()>& action)
+{
+    m_keyPlace = mapToGlobal(place);
+    action();
+    m_keyPlace.reset();
+}
+
+ControlHost& ControlWidget::Host() const
 {
     return m_host;
+}
+
+bool ControlWidget::event(QEvent* event)
+{
+    const bool isHandled = QWidget::event(event);
+    if (event->type() == QEvent::Paint && m_ring.IsShown())
+        m_ring.Paint();
+    return isHandled;
+}
+
+void ControlWidget::keyPressEvent(QKeyEvent* event)
+{
+    event->setAccepted(IsTabStop() && TakeKey(*event));
+}
+
+bool ControlWidget::TakeKey(const QKeyEvent& event)
+{
+    constexpr Qt::KeyboardModifiers Others =
+        Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+    if ((event.modifiers() & Others) != Qt::NoModifier)
+        return false;
+    const int key = event.key();
+    if (key == Qt::Key_Escape) {
+        m_ring.GiveFocusBack();
+        return true;
+    }
+    if (const controls::Image* image = ImageOf(m_control);
+        image != nullptr && image->Knob() != nullptr)
+        return Slide(key);
+    if (key != Qt::Key_Space && key != Qt::Key_Return && key != Qt::Key_Enter)
+        return false;
+    if (!event.isAutoRepeat())
+        Press();
+    return true;
+}
+
+/// Whether the key moves the slider.
+bool ControlWidget::Slide(int key)
+{
+    constexpr double Page = 4 * controls::SliderStep;
+    const controls::Image& image = *ImageOf(m_control);
+    const auto to = [&](double share) {
+        controls::SlideTo(image, share);
+        return true;
+    };
+    const double share = image.AccessibleValue();
+    switch (key) {
+    case Qt::Key_Left:
+    case Qt::Key_Down: return to(share - controls::SliderStep);
+    case Qt::Key_Right:
+    case Qt::Key_Up: return to(share + controls::SliderStep);
+    case Qt::Key_PageDown: return to(share - Page);
+    case Qt::Key_PageUp: return to(share + Page);
+    case Qt::Key_Home: return to(0);
+    case Qt::Key_End: return to(1);
+    default: return false;
+    }
+}
+
+void ControlWidget::focusInEvent(QFocusEvent* event)
+{
+    m_ring.FocusIn(event->reason());
+}
+
+void ControlWidget::focusOutEvent(QFocusEvent* event)
+{
+    m_ring.FocusOut(event->reason());
 }
 
 void ControlWidget::mousePressEvent(QMouseEvent* event)

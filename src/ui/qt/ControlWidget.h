@@ -1,17 +1,23 @@
 #pragma once
 
 #include "ControlHost.h"
+#include "FocusRing.h"
 
 #include "controls/Control.h"
 
 #include <QAccessible>
 #include <QWidget>
 
+#include <functional>
+#include <optional>
+
 namespace velmo::qt {
 
 /// The widget of one control: keeps its place, tool tip and state, and turns the mouse into the
 /// control's events. Its object name is the control's name, its property `text` the text it shows,
-/// if any. What it shows is drawn by the classes derived from it.
+/// if any. What it shows is drawn by the classes derived from it; the ring of the keyboard's focus
+/// is drawn here, over it. With the focus, Space and Enter press the control, and arrows, pages,
+/// Home and End move the knob of a slider.
 class ControlWidget : public QWidget
 {
 public:
@@ -32,8 +38,26 @@ public:
     virtual double AccessibleShare() const;
     QString AccessibleLabel() const;
 
+    controls::Control& Model() const;
+    /// Whether the focus can come to it by Tab. Of a slider's two images only the knob takes it.
+    bool IsTabStop() const;
+    bool IsRingShown() const;
+
+    /// What Space does: presses the control in its middle.
+    void Press();
+    /// The place on the screen at which a slot acts that keys have called; nothing while the mouse
+    /// has, or no slot runs.
+    std::optional<QPoint> KeyPlace() const;
+
 protected:
-    const ControlHost& Host() const;
+    ControlHost& Host() const;
+    /// Runs `action`, which calls slots for keys, with `KeyPlace` at `place` of the widget.
+    void ActAt(QPoint place, const std::function<void()>& action);
+
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
 
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -42,8 +66,14 @@ protected:
 private:
     friend class FormView;
 
+    bool CutToContainer();
+    bool TakeKey(const QKeyEvent& event);
+    bool Slide(int key);
+
     controls::Control& m_control;
     ControlHost& m_host;
+    FocusRing m_ring{*this};
+    std::optional<QPoint> m_keyPlace;
     bool m_isDirty = false; ///< kept by the host
 };
 

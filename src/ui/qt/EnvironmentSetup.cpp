@@ -3,6 +3,8 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 
+#include <cstdio>
+
 namespace velmo::qt {
 
 void SetUpEnvironment()
@@ -25,6 +27,18 @@ void SetUpEnvironment()
         qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/dev/null");
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::Round);
+}
+
+bool HasWindowPlaces()
+{
+    return !QGuiApplication::platformName().startsWith(QStringLiteral("wayland"));
+}
+
+void TellLimits()
+{
+    if (!HasWindowPlaces())
+        static_cast<void>(std::fputs(
+            "velmo: no X server here: windows keep no places and don't stick together\n", stderr));
 }
 
 } // namespace velmo::qt

@@ -7,4 +7,12 @@ namespace velmo::qt {
 /// taken where there is one.
 void SetUpEnvironment();
 
+/// Whether the window system lets a program say where its windows stand. Where it doesn't, windows
+/// can't stick to each other, and the system itself moves them. For use once there is an
+/// application object.
+bool HasWindowPlaces();
+
+/// One line to stderr about what this window system can't do.
+void TellLimits();
+
 } // namespace velmo::qt

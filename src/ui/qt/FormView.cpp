@@ -1,82 +1,32 @@
 #include "FormView.h"
 
-#include "ButtonWidget.h"
-#include "ControlAccessible.h"
-#include "ImageWidget.h"
-#include "LabelWidget.h"
-#include "LineEditWidget.h"
-#include "PictureWidget.h"
+#include "AccessibleFactory.h"
+#include "DesktopStyle.h"
+#include "FormWidgets.h"
+#include "ProgramIcon.h"
 #include "QtFont.h"
 #include "QtText.h"
-#include "SkinPaint.h"
-#include "TextBoxWidget.h"
 #include "Twips.h"
 
 #include "controls/EventEntry.h"
 
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QWindow>
 
 namespace velmo::qt {
 
-namespace {
-
 using controls::WindowState;
-
-ControlWidget* MakeTextWidget(controls::TextBox& box, ControlHost& host, QWidget& window)
-{
-    if (box.Lines == controls::TextLines::One)
-        return new LineEditWidget(box, host, &window);
-    return new TextBoxWidget(box, host, &window);
-}
-
-/// The widget of a control, a child of `window`; null for one that cannot be seen.
-ControlWidget* MakeWidget(controls::Control& control, ControlHost& host, QWidget& window)
-{
-    switch (control.Kind) {
-    case controls::ControlKind::Label:
-        return new LabelWidget(static_cast<controls::Label&>(control), host, &window);
-    case controls::ControlKind::Image:
-        return new ImageWidget(static_cast<controls::Image&>(control), host, &window);
-    case controls::ControlKind::TextBox:
-        return MakeTextWidget(static_cast<controls::TextBox&>(control), host, window);
-    case controls::ControlKind::Button:
-        return new ButtonWidget(static_cast<controls::Button&>(control), host, &window);
-    case controls::ControlKind::Picture:
-        return new PictureWidget(static_cast<controls::Picture&>(control), host, &window);
-    case controls::ControlKind::ListRows:
-    case controls::ControlKind::ScrollBar: return new ControlWidget(control, host, &window);
-    case controls::ControlKind::Timer: break;
-    }
-    return nullptr;
-}
-
-bool IsFrameless(const controls::Form& form)
-{
-    return form.Border == controls::BorderStyle::None;
-}
-
-Qt::WindowFlags FlagsOf(const controls::Form& form)
-{
-    Qt::WindowFlags flags = Qt::Window;
-    if (IsFrameless(form))
-        flags |= Qt::FramelessWindowHint;
-    else
-        flags |= Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint
-                 | Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint;
-    return flags;
-}
-
-} // namespace
 
 FormView::FormView(controls::Form& form)
     : QWidget(nullptr, FlagsOf(form))
     , m_form(form)
     , m_place(form, *this)
-    , m_engraving(FromBytes(form.Caption.Get()))
+    , m_outline(form, *this)
+    , m_title(*this)
 {
-    InstallControlAccessibility();
+    InstallAccessibility();
     setObjectName(FromBytes(form.Name));
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAttribute(Qt::WA_NoSystemBackground);
@@ -101,7 +51,7 @@ void FormView::SetHooks()
     m_form.Changed = [this] { QueueFlush(); };
     m_form.RepaintNow = [this] { RepaintNow(); };
     m_form.Activate = [this] { Activate(); };
-    m_form.BeginDrag = [this] { m_place.BeginDrag(); };
+    m_form.BeginDrag = [this] { BeginDrag(); };
 }
 
 void FormView::MarkDirty(ControlWidget& widget)
@@ -118,10 +68,15 @@ bool FormView::IsTextShown() const
     return m_isTextShown;
 }
 
+SkinPictures& FormView::Pictures()
+{
+    return m_pictures;
+}
+
 void FormView::StartDrag()
 {
     if (!m_form.MouseDown && IsFrameless(m_form))
-        m_place.BeginDrag();
+        BeginDrag();
 }
 
 void FormView::QueueFlush()
@@ -148,7 +103,11 @@ void FormView::Flush()
 
 void FormView::Build()
 {
-    m_isBuilt = true;
+    if (std::exchange(m_isBuilt, true))
+        return;
+    // The one moment at which a window's flags can be set without making it anew.
+    m_isOnTop = m_form.AlwaysOnTop;
+    setWindowFlags(FlagsOf(m_form));
     setFixedSize(ToPixels(m_form.Width), ToPixels(m_form.Height));
     for (controls::Control* control : m_form.Controls()) {
         if (ControlWidget* widget = MakeWidget(*control, *this, *this)) {
@@ -156,33 +115,39 @@ void FormView::Build()
             widget->Sync();
         }
     }
+    create();
+    if (FormView* owner = ViewOf(m_form.Owner)) {
+        owner->Build();
+        windowHandle()->setTransientParent(owner->windowHandle());
+    }
     m_place.PlaceFirst();
-    m_isOnTop = m_form.AlwaysOnTop;
-    // The one moment at which a window's flags can be set without making it anew.
-    setWindowFlag(Qt::WindowStaysOnTopHint, m_isOnTop);
 }
 
 void FormView::SyncWindow()
 {
-    const QString title = FromBytes(m_form.Caption.Get());
-    if (title != windowTitle())
-        setWindowTitle(title);
+    m_title.Set(FromBytes(m_form.Caption.Get()));
     const QSize size(ToPixels(m_form.Width), ToPixels(m_form.Height));
     if (size != this->size())
         setFixedSize(size);
     if (isEnabled() != m_form.Enabled)
         setEnabled(m_form.Enabled);
-    if (IsFrameless(m_form) && (size != mask().boundingRect().size()))
-        setMask(BodyOutline(size));
+    if (m_ground != m_form.Picture.Get()) {
+        m_ground = m_form.Picture;
+        update();
+    }
+    m_outline.Sync();
     m_place.Sync();
+    if (m_place.HasMove())
+        QMetaObject::invokeMethod(this, &FormView::SendMoves, Qt::QueuedConnection);
     if (m_isOnTop != m_form.AlwaysOnTop && windowHandle() != nullptr) {
         m_isOnTop = m_form.AlwaysOnTop;
         windowHandle()->setFlag(Qt::WindowStaysOnTopHint, m_isOnTop);
     }
-    if (m_form.Visible && !isVisible())
+    TellOwned();
+    if (IsWanted() && !isVisible())
         ShowWindow();
-    else if (!m_form.Visible && isVisible())
-        hide();
+    else if (!IsWanted() && isVisible())
+        HideWindow();
     else
         SyncState();
 }
@@ -190,10 +155,22 @@ void FormView::SyncWindow()
 void FormView::ShowWindow()
 {
     m_shownState = m_form.State;
-    if (m_shownState == WindowState::Minimized)
+    if (m_form.Owner != nullptr)
+        setWindowState(windowState() & ~Qt::WindowMinimized); // the owner's affair
+    if (m_shownState == WindowState::Minimized) {
         showMinimized();
-    else
+        m_place.LeaveScreen();
+    } else {
         show();
+    }
+    m_place.Assert();
+}
+
+void FormView::HideWindow()
+{
+    EndDrag();
+    m_place.GiveToManager(); // its frame goes, too
+    hide();
 }
 
 void FormView::SyncState()
@@ -201,10 +178,12 @@ void FormView::SyncState()
     if (m_shownState == m_form.State || !isVisible())
         return;
     m_shownState = m_form.State;
-    if (m_shownState == WindowState::Minimized)
+    if (m_shownState == WindowState::Minimized) {
         showMinimized();
-    else
+        m_place.LeaveScreen();
+    } else {
         showNormal();
+    }
 }
 
 void FormView::RepaintNow()
@@ -224,10 +203,18 @@ void FormView::Activate()
     activateWindow();
 }
 
+void FormView::FirstFrameIsPainted()
+{
+    if (!std::exchange(m_isTextShown, true))
+        ShowText();
+    controls::CallSlot(m_form.FirstPicture);
+}
+
 void FormView::ShowText()
 {
-    m_isTextShown = true;
-    update(TitlePlace(rect()));
+    // Not before the first frame, which would wait for it.
+    if (QGuiApplication::windowIcon().isNull())
+        QGuiApplication::setWindowIcon(ProgramIcon());
     for (QWidget* child : findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
         child->update();
 }
@@ -235,23 +222,22 @@ void FormView::ShowText()
 void FormView::paintEvent(QPaintEvent* event)
 {
     QPainter painter(this);
-    if (IsFrameless(m_form))
-        PaintBody(painter, rect());
+    m_pictures.SetRatio(devicePixelRatioF());
+    const QImage& ground = m_pictures.Natural(m_ground);
+    if (ground.isNull())
+        painter.fillRect(event->rect(),
+                         UsesDesktopStyle(*this) ? palette().color(QPalette::Window)
+                                                 : ToQColor(m_form.BackColor));
     else
-        painter.fillRect(event->rect(), ToQColor(m_form.BackColor));
-    for (const controls::Bounds& pane : m_form.Panes)
-        PaintPane(painter, ToPixels(pane.left, pane.top, pane.width, pane.height));
-    if (m_isTextShown && IsFrameless(m_form) && event->rect().intersects(TitlePlace(rect())))
-        PaintTitle(painter, rect(), m_engraving);
-    if (!m_isTextShown && !m_isFirstFramePainted)
+        DrawByPixels(painter, *this, ground);
+    if (!std::exchange(m_isFirstFramePainted, true))
         QMetaObject::invokeMethod(
-            this, [this] { ShowText(); }, Qt::QueuedConnection);
-    m_isFirstFramePainted = true;
+            this, [this] { FirstFrameIsPainted(); }, Qt::QueuedConnection);
 }
 
 void FormView::mousePressEvent(QMouseEvent* event)
 {
-    m_place.Pressed(event->globalPosition().toPoint());
+    m_place.Pressed(event->globalPosition(), event->scenePosition());
     if (m_form.MouseDown)
         controls::CallSlot(m_form.MouseDown, ToMouseEvent(*event));
     else if (event->button() == Qt::LeftButton)
@@ -261,29 +247,26 @@ void FormView::mousePressEvent(QMouseEvent* event)
 void FormView::mouseMoveEvent(QMouseEvent* event)
 {
     controls::CallSlot(m_form.MouseMove, ToMouseEvent(*event));
-    m_place.Drag(event->globalPosition().toPoint());
+    m_place.Drag(event->globalPosition());
 }
 
 void FormView::mouseReleaseEvent(QMouseEvent* event)
 {
     if (event->button() == Qt::LeftButton)
-        m_place.EndDrag();
+        EndDrag();
     controls::CallSlot(m_form.MouseUp, ToMouseEvent(*event));
 }
 
 /// A drag that began on a control gets its moves through the control's widget.
 bool FormView::eventFilter(QObject* /*watched*/, QEvent* event)
 {
-    const auto pointer = [&] {
-        return static_cast<QMouseEvent*>(event)->globalPosition().toPoint();
-    };
+    const auto mouse = [&] { return static_cast<QMouseEvent*>(event); };
     if (event->type() == QEvent::MouseButtonPress)
-        m_place.Pressed(pointer());
+        m_place.Pressed(mouse()->globalPosition(), mouse()->scenePosition());
     if (event->type() == QEvent::MouseMove)
-        return m_place.Drag(pointer());
-    if (event->type() == QEvent::MouseButtonRelease
-        && static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton)
-        m_place.EndDrag();
+        return m_place.Drag(mouse()->globalPosition());
+    if (event->type() == QEvent::MouseButtonRelease && mouse()->button() == Qt::LeftButton)
+        EndDrag();
     return false;
 }
 
@@ -308,16 +291,21 @@ void FormView::changeEvent(QEvent* event)
 {
     if (event->type() != QEvent::WindowStateChange)
         return;
+    m_form.Zoomed = isMaximized();
+    if (m_form.Owner != nullptr)
+        return;
     m_shownState = isMinimized() ? WindowState::Minimized : WindowState::Normal;
     m_form.State = m_shownState;
-    if (std::exchange(m_toldState, m_shownState) != m_shownState)
-        controls::CallSlot(m_form.Resize);
+    if (std::exchange(m_toldState, m_shownState) == m_shownState)
+        return;
+    controls::CallSlot(m_form.SysCommand);
+    controls::CallSlot(m_form.Resize);
 }
 
 void FormView::moveEvent(QMoveEvent* event)
 {
     if (event->spontaneous() && isVisible() && !isMinimized())
-        m_place.Moved(pos());
+        m_place.Moved();
 }
 
 } // namespace velmo::qt

@@ -1,7 +1,10 @@
 #pragma once
 
 #include "ControlHost.h"
+#include "SkinPictures.h"
+#include "WindowOutline.h"
 #include "WindowPlace.h"
+#include "WindowTitle.h"
 
 #include "controls/Form.h"
 
@@ -39,30 +42,44 @@ protected:
 private:
     void MarkDirty(ControlWidget& widget) override;
     bool IsTextShown() const override;
+    SkinPictures& Pictures() override;
     void StartDrag() override;
 
     void QueueFlush();
     void Flush();
     void SetHooks();
     void Build();
+    static FormView* ViewOf(const controls::Form* form);
     void SyncWindow();
+    bool IsWanted() const;
+    void TellOwned();
+    static std::vector<FormView*> AllViews();
+    static void SendMoves();
+    void BeginDrag();
+    void EndDrag();
     void SyncState();
     void ShowWindow();
+    void HideWindow();
     void RepaintNow();
     void Activate();
+    void FirstFrameIsPainted();
     void ShowText();
 
     controls::Form& m_form;
     WindowPlace m_place;
+    WindowOutline m_outline;
+    SkinPictures m_pictures;
+    controls::PictureRef m_ground; ///< what is painted
+    WindowTitle m_title;
     std::vector<ControlWidget*> m_dirty;
     bool m_isFlushQueued = false;
     bool m_isBuilt = false;
     bool m_isOnTop = false;
     bool m_isFirstFramePainted = false;
     bool m_isTextShown = false;
-    const QString m_engraving; ///< on the body; the window's title may run, this does not
     controls::WindowState m_shownState = controls::WindowState::Normal;
-    controls::WindowState m_toldState = controls::WindowState::Normal; ///< by `Resize`
+    controls::WindowState m_toldState = controls::WindowState::Normal;  ///< by `Resize`
+    controls::WindowState m_ownedState = controls::WindowState::Normal; ///< the owned have heard of
 };
 
 } // namespace velmo::qt

@@ -1,56 +1,33 @@
 #include "ImageWidget.h"
 
 #include "QtFont.h"
-#include "SkinPaint.h"
+#include "SkinPictures.h"
 
 #include <QAccessible>
 #include <QPainter>
 
-#include <optional>
+#include <cmath>
 
 namespace velmo::qt {
-
-namespace {
-
-/// The sign of the round key that the shape is; nothing for other shapes.
-std::optional<BeadSign> SignOf(controls::ImageShape shape)
-{
-    using controls::ImageShape;
-    switch (shape) {
-    case ImageShape::CloseBead: return BeadSign::Cross;
-    case ImageShape::MinimizeBead: return BeadSign::Dash;
-    case ImageShape::BackBead: return BeadSign::Back;
-    case ImageShape::PlayBead: return BeadSign::Play;
-    case ImageShape::PauseBead: return BeadSign::Pause;
-    case ImageShape::StopBead: return BeadSign::Stop;
-    case ImageShape::OpenBead: return BeadSign::Open;
-    case ImageShape::NextBead: return BeadSign::Next;
-    case ImageShape::Area:
-    case ImageShape::Slot:
-    case ImageShape::Knob: break;
-    }
-    return std::nullopt;
-}
-
-} // namespace
 
 ImageWidget::ImageWidget(controls::Image& image, ControlHost& host, QWidget* parent)
     : ControlWidget(image, host, parent)
     , m_image(image)
 {
-    if (image.Shape == controls::ImageShape::Area) {
-        setAttribute(Qt::WA_OpaquePaintEvent);
-        setAttribute(Qt::WA_NoSystemBackground);
-    }
+    setAttribute(Qt::WA_NoSystemBackground);
 }
 
 void ImageWidget::Sync()
 {
     ControlWidget::Sync();
-    if (m_image.FillColor != m_fill) {
-        m_fill = m_image.FillColor;
+    const Look look{
+        .picture = m_image.Picture, .stretch = m_image.Stretch, .fill = m_image.FillColor};
+    if (look != m_look) {
+        m_look = look;
         update();
     }
+    // What hides all that is under it spares the ground from being painted with it.
+    setAttribute(Qt::WA_OpaquePaintEvent, CoversAll());
     const double share = m_image.AccessibleValue();
     if (share != m_share && QAccessible::isActive()) {
         QAccessibleValueChangeEvent change(this, share);
@@ -59,11 +36,22 @@ void ImageWidget::Sync()
     m_share = share;
 }
 
+bool ImageWidget::CoversAll() const
+{
+    const double ratio = devicePixelRatioF();
+    if (ratio != std::floor(ratio))
+        return false; // its edges share pixels of the screen with what is beside it
+    const skin::PictureSize drawn = skin::SizeOf(m_look.picture);
+    const bool isDrawn = drawn.width > 0;
+    const bool isLargeEnough = drawn.width >= width() && drawn.height >= height();
+    return m_look.fill || (isDrawn && (m_look.stretch || isLargeEnough));
+}
+
 QAccessible::Role ImageWidget::AccessibleRole() const
 {
     if (AccessibleShare() >= 0)
         return QAccessible::Slider;
-    return SignOf(m_image.Shape) ? QAccessible::PushButton : QAccessible::Graphic;
+    return m_image.States.pressed ? QAccessible::PushButton : QAccessible::Graphic;
 }
 
 double ImageWidget::AccessibleShare() const
@@ -71,17 +59,30 @@ double ImageWidget::AccessibleShare() const
     return m_image.AccessibleValue();
 }
 
+/// Each edge goes to the nearest pixel by itself, as neighbours' edges do.
+QSize ImageWidget::SizeOnScreen() const
+{
+    const double ratio = devicePixelRatioF();
+    const QRect place = geometry();
+    const auto length = [ratio](int from, int pixels) {
+        return static_cast<int>(std::lround((from + pixels) * ratio) - std::lround(from * ratio));
+    };
+    return {length(place.x(), place.width()), length(place.y(), place.height())};
+}
+
 void ImageWidget::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
-    if (const auto sign = SignOf(m_image.Shape))
-        PaintBead(painter, rect(), *sign);
-    else if (m_image.Shape == controls::ImageShape::Slot)
-        PaintSlot(painter, rect());
-    else if (m_image.Shape == controls::ImageShape::Knob)
-        PaintKnob(painter, rect());
-    else
-        painter.fillRect(rect(), ToQColor(m_fill));
+    if (m_look.fill)
+        painter.fillRect(rect(), ToQColor(*m_look.fill));
+    if (!m_look.picture)
+        return;
+    SkinPictures& pictures = Host().Pictures();
+    pictures.SetRatio(devicePixelRatioF());
+    DrawByPixels(painter,
+                 *this,
+                 m_look.stretch ? pictures.Stretched(m_look.picture, SizeOnScreen())
+                                : pictures.Natural(m_look.picture));
 }
 
 } // namespace velmo::qt

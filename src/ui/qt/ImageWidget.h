@@ -4,9 +4,11 @@
 
 #include "controls/Controls.h"
 
+#include <optional>
+
 namespace velmo::qt {
 
-/// Paints an image's shape. The images of a slider tell screen readers where it stands.
+/// Paints an image's picture. The images of a slider tell screen readers where it stands.
 class ImageWidget final : public ControlWidget
 {
 public:
@@ -20,8 +22,21 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    /// What the last `Sync` found, to tell whether what is seen changes.
+    struct Look
+    {
+        controls::PictureRef picture;
+        bool stretch = false;
+        std::optional<controls::Colour> fill;
+
+        bool operator==(const Look&) const = default;
+    };
+
+    bool CoversAll() const;
+    QSize SizeOnScreen() const;
+
     const controls::Image& m_image;
-    controls::Colour m_fill = 0;
+    Look m_look;
     double m_share = -1.0;
 };
 

@@ -1,11 +1,14 @@
 #include "LabelWidget.h"
 
+#include "DesktopStyle.h"
 #include "QtFont.h"
 #include "QtText.h"
 
 #include <QAccessible>
 #include <QFontMetricsF>
 #include <QPainter>
+#include <QStyleOptionButton>
+#include <QStylePainter>
 #include <QVariant>
 
 #include <algorithm>
@@ -17,7 +20,7 @@ LabelWidget::LabelWidget(controls::Label& label, ControlHost& host, QWidget* par
     : ControlWidget(label, host, parent)
     , m_label(label)
 {
-    setAttribute(Qt::WA_OpaquePaintEvent);
+    setAttribute(Qt::WA_OpaquePaintEvent, label.Text == controls::LabelText::Drawn);
     setAttribute(Qt::WA_NoSystemBackground);
 }
 
@@ -62,10 +65,39 @@ QString LabelWidget::AccessibleText() const
 
 void LabelWidget::paintEvent(QPaintEvent* /*event*/)
 {
+    if (UsesDesktopStyle(*this)) {
+        PaintInStyle();
+        return;
+    }
+    if (m_label.Text == controls::LabelText::Printed)
+        return;
     QPainter painter(this);
     painter.fillRect(rect(), ToQColor(m_look.back));
     if (!m_text.isEmpty() && Host().IsTextShown())
         PaintText(painter);
+}
+
+/// A label that can be clicked is a button there.
+void LabelWidget::PaintInStyle()
+{
+    QStylePainter painter(this);
+    painter.fillRect(rect(), palette().window());
+    const QString text = Host().IsTextShown() ? m_text : QString();
+    if (m_label.Click) {
+        QStyleOptionButton button;
+        button.initFrom(this);
+        button.state |= QStyle::State_Raised;
+        button.text = text;
+        painter.drawControl(QStyle::CE_PushButton, button);
+        return;
+    }
+    const bool isCentred = m_look.align == controls::TextAlign::Centre;
+    painter.drawItemText(rect(),
+                         Qt::AlignVCenter | (isCentred ? Qt::AlignHCenter : Qt::AlignLeft),
+                         palette(),
+                         isEnabled(),
+                         text,
+                         QPalette::WindowText);
 }
 
 void LabelWidget::PaintText(QPainter& painter)

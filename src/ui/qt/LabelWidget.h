@@ -39,6 +39,7 @@ private:
         bool operator==(const Look&) const = default;
     };
 
+    void PaintInStyle();
     void PaintText(QPainter& painter);
 
     const controls::Label& m_label;

@@ -45,7 +45,7 @@ void PictureWidget::Put(const QRect& part)
     QBackingStore* const store = window()->backingStore();
     const bool isOnScreen = screenWindow != nullptr && screenWindow->isExposed() && isVisible();
     const QRect drawn = part & rect() & QRect(QPoint(0, 0), Image().size());
-    if (!isOnScreen || store == nullptr || store->size() != screenWindow->size()
+    if (!isOnScreen || IsRingShown() || store == nullptr || store->size() != screenWindow->size()
         || drawn != (part & rect())) {
         update(part);
         return;

@@ -1,17 +1,23 @@
 #include "QtDesktop.h"
 
-#include "Twips.h"
+#include "QtScreens.h"
 
-#include <QGuiApplication>
-#include <QScreen>
+#include "controls/PixelGrid.h"
+
+#include <algorithm>
 
 namespace velmo::qt {
 
 ports::Desktop::Size QtDesktop::VirtualSize()
 {
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    const QSize size = screen == nullptr ? QSize() : screen->virtualSize();
-    return {.width = size.width() * TwipsPerPixel, .height = size.height() * TwipsPerPixel};
+    QtScreens screens;
+    const controls::PixelGrid grid(screens.Scale());
+    Size size;
+    for (const ports::ScreenRect& screen : screens.All()) {
+        size.width = std::max(size.width, grid.ToTwips(screen.right));
+        size.height = std::max(size.height, grid.ToTwips(screen.bottom));
+    }
+    return size;
 }
 
 } // namespace velmo::qt

@@ -1,5 +1,6 @@
 #include "TextBoxWidget.h"
 
+#include "DesktopStyle.h"
 #include "QtText.h"
 
 #include <QPlainTextEdit>
@@ -7,17 +8,28 @@
 
 namespace velmo::qt {
 
+namespace {
+
+/// The look of text on the black glass of the program's own windows.
+void TakeGlass(QPlainTextEdit& edit)
+{
+    edit.setFrameShape(QFrame::NoFrame);
+    QPalette colours = edit.palette();
+    colours.setColor(QPalette::Base, QColor(1, 1, 1));
+    colours.setColor(QPalette::Text, QColor(0xe3, 0xe8, 0xed));
+    edit.setPalette(colours);
+}
+
+} // namespace
+
 TextBoxWidget::TextBoxWidget(controls::TextBox& box, ControlHost& host, QWidget* parent)
     : ControlWidget(box, host, parent)
     , m_box(box)
     , m_edit(new QPlainTextEdit(this))
 {
-    m_edit->setFrameShape(QFrame::NoFrame);
     m_edit->setTabChangesFocus(true);
-    QPalette colours = m_edit->palette();
-    colours.setColor(QPalette::Base, QColor(1, 1, 1));
-    colours.setColor(QPalette::Text, QColor(0xe3, 0xe8, 0xed));
-    m_edit->setPalette(colours);
+    if (!UsesDesktopStyle(*this))
+        TakeGlass(*m_edit);
     QObject::connect(m_edit, &QPlainTextEdit::textChanged, this, [this] {
         m_box.Text = ToBytes(m_edit->toPlainText());
     });

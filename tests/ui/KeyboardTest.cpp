@@ -1,0 +1,226 @@
+#include "controls/KeyActions.h"
+#include "forms/Playlist.h"
+#include "forms/fX.h"
+#include "forms/frmListMGR.h"
+#include "forms/wmain.h"
+#include "qt/ControlWidget.h"
+#include "ui/ShownView.h"
+
+#include <QAccessible>
+
+#include <gmock/gmock.h>
+
+namespace velmo::test {
+namespace {
+
+QAccessibleInterface& Accessible(QWidget& widget)
+{
+    QAccessibleInterface* found = QAccessible::queryAccessibleInterface(&widget);
+    if (found == nullptr)
+        throw std::runtime_error("not accessible");
+    return *found;
+}
+
+/// Names and roles of everything below `node`; what has none, or only the name that logic gives it,
+/// is a failure.
+void Walk(QAccessibleInterface& node, std::vector<std::string>& seen)
+{
+    for (int index = 0; index < node.childCount(); ++index) {
+        QAccessibleInterface* const child = node.child(index);
+        ASSERT_NE(child, nullptr);
+        EXPECT_EQ(node.indexOfChild(child), index);
+        EXPECT_NE(child->role(), QAccessible::NoRole);
+        const std::string name = child->text(QAccessible::Name).toStdString();
+        const QObject* const object = child->object();
+        EXPECT_FALSE(name.empty()) << "in " << node.text(QAccessible::Name).toStdString();
+        EXPECT_TRUE(object == nullptr || name != object->objectName().toStdString()) << name;
+        seen.push_back(name);
+        Walk(*child, seen);
+    }
+}
+
+template<class FormType>
+std::vector<std::string> NamesOf(ShownView<FormType>& shown)
+{
+    std::vector<std::string> names;
+    Walk(Accessible(shown.view), names);
+    return names;
+}
+
+TEST(ScreenReader, FindsEveryControlOfTheWindowsByAName)
+{
+    using testing::Contains;
+    ShownView<forms::wmain> main;
+    EXPECT_THAT(NamesOf(main), Contains("Volume"));
+    ShownView<forms::fX> equalizer;
+    EXPECT_THAT(NamesOf(equalizer), Contains("16 kHz"));
+    ShownView<forms::frmListMGR> manager;
+    manager.form.lstLists.Add({.Text = "Evenings", .Length = "", .Path = ""});
+    EXPECT_THAT(NamesOf(manager), Contains("Evenings"));
+    ShownView<forms::Playlist> playlist;
+    EXPECT_THAT(NamesOf(playlist), Contains("Shuffle"));
+    EXPECT_EQ(Accessible(Find(playlist.view, "frameOpen")).role(), QAccessible::NoRole);
+}
+
+TEST(ScreenReader, RowsAreChildrenOfTheirListHoweverManyTheyAre)
+{
+    constexpr int Count = 100'000;
+    ShownView<forms::Playlist> shown;
+    controls::ListRows& rows = shown.form.pl;
+    for (int row = 1; row <= Count; ++row)
+        rows.AddTexts({.Text = "title", .Length = "01:00", .Path = ""});
+    rows.SetText(Count, "last");
+    QAccessibleInterface& list = Accessible(Find(shown.view, "pl"));
+    ASSERT_EQ(list.childCount(), Count);
+    QAccessibleInterface* const last = list.child(Count - 1);
+    EXPECT_EQ(last->text(QAccessible::Name).toStdString(), "last");
+    EXPECT_EQ(last->role(), QAccessible::ListItem);
+    EXPECT_EQ(last->parent(), &list);
+    EXPECT_TRUE(last->state().offscreen && !last->state().selected);
+    last->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(rows.SelectedEntry(), std::size_t{Count});
+    EXPECT_TRUE(last->state().focused && last->state().selected && !last->state().offscreen);
+    EXPECT_EQ(list.focusChild(), last);
+    const QPoint middle = last->rect().center();
+    EXPECT_EQ(list.childAt(middle.x(), middle.y()), last);
+    rows.Remove(1);
+    EXPECT_FALSE(last->isValid());
+    for (int index = 0; index < 10'000; ++index)
+        ASSERT_TRUE(list.child(index)->isValid()); // the oldest ones are let go
+}
+
+TEST(ScreenReader, PressesButtonsAndSetsSliders)
+{
+    ShownView<forms::wmain> shown;
+    std::string events;
+    shown.form.imgPlay.MouseDown = [&](const auto&) { events += "down "; };
+    shown.form.imgPlay.MouseUp = [&](const auto& event) {
+        events += "up" + std::to_string(static_cast<int>(event.x));
+    };
+    auto& play = *Accessible(Find(shown.view, "imgPlay")).actionInterface();
+    play.doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(events, "down up210");
+    shown.form.imgPlay.Enabled = false;
+    ServeEvents();
+    play.doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(events, "down up210");
+
+    controls::Image& knob = shown.form.imgVolumeTicker;
+    double start = 0;
+    knob.MouseDown = [&](const auto& event) { start = event.x; };
+    knob.MouseMove = [&](const auto& event) { knob.Left = knob.Left + event.x - start; };
+    for (const char* name : {"imgVolumeTicker", "imgVolumeBar"}) {
+        QAccessibleInterface& slider = Accessible(Find(shown.view, name));
+        slider.valueInterface()->setCurrentValue(50);
+        EXPECT_EQ(slider.text(QAccessible::Value).toStdString(), "50%");
+        slider.actionInterface()->doAction(QAccessibleActionInterface::increaseAction());
+        EXPECT_DOUBLE_EQ(slider.valueInterface()->currentValue().toDouble(), 55);
+    }
+}
+
+TEST(Keyboard, TabReachesWhatCanBePressedAndTheRingGoesWithTheMouse)
+{
+    ShownView<forms::wmain> shown;
+    std::string keys;
+    int presses = 0;
+    shown.form.KeyPress = [&](char32_t key) { keys += static_cast<char>(key); };
+    shown.form.imgPlay.MouseUp = [&](const auto&) { ++presses; };
+    const auto focus = [&] {
+        return dynamic_cast<qt::ControlWidget*>(QApplication::focusWidget());
+    };
+    EXPECT_EQ(QApplication::focusWidget(), nullptr) << "no button has the focus yet";
+    std::vector<std::string> stops;
+    for (;;) {
+        QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : &shown.view,
+                        Qt::Key_Tab);
+        ASSERT_NE(focus(), nullptr);
+        const std::string stop = focus()->objectName().toStdString();
+        if (!stops.empty() && stop == stops.front())
+            break;
+        EXPECT_TRUE(focus()->IsRingShown());
+        stops.push_back(stop);
+    }
+    EXPECT_THAT(stops,
+                testing::ElementsAre("lblTime",
+                                     "picVisualisation",
+                                     "imgControl",
+                                     "imgMinimize",
+                                     "imgClose",
+                                     "imgPositionTicker",
+                                     "imgBack",
+                                     "imgPlay",
+                                     "imgPause",
+                                     "imgStop",
+                                     "imgOpen",
+                                     "imgNext",
+                                     "imgK",
+                                     "imgSoundVolume",
+                                     "imgVolumeTicker",
+                                     "imgShowPL",
+                                     "imgShowListMgr",
+                                     "imgShowFX",
+                                     "imgShowDJ",
+                                     "imgShowOptions"));
+    QWidget& play = Find(shown.view, "imgPlay");
+    play.setFocus(Qt::TabFocusReason);
+    ServeEvents();
+    EXPECT_EQ(play.grab().toImage().pixelColor(0, 5), QColor(0, 255, 255));
+    keys.clear();
+    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter, Qt::Key_N})
+        QTest::keyClick(&play, key);
+    EXPECT_EQ(presses, 3);
+    EXPECT_EQ(keys, "n") << "letters are the form's";
+
+    QTest::mouseClick(&Find(shown.view, "imgStop"), Qt::LeftButton);
+    ServeEvents();
+    EXPECT_EQ(QApplication::focusWidget(), nullptr);
+    EXPECT_NE(play.grab().toImage().pixelColor(0, 5), QColor(0, 255, 255));
+}
+
+TEST(Keyboard, ArrowsMoveABandByItsSteps)
+{
+    ShownView<forms::fX> shown;
+    controls::Image& ticker = shown.form.Ticker[2];
+    controls::Image& bar = shown.form.Bar[2];
+    double start = 0;
+    ticker.MouseDown = [&](const auto& event) { start = event.y; };
+    ticker.MouseMove = [&](const auto& event) {
+        const double top = ticker.Top - start + event.y;
+        if (top >= bar.Top && top <= bar.Top + bar.Height - ticker.Height)
+            ticker.Top = top;
+    };
+    QWidget& widget = Find(shown.view, "Ticker3");
+    struct Case
+    {
+        Qt::Key key;
+        double top;
+    };
+    const Case cases[] = {
+        {Qt::Key_Up,       668 },
+        {Qt::Key_Left,     700 },
+        {Qt::Key_PageDown, 828 },
+        {Qt::Key_End,      360 },
+        {Qt::Key_Up,       360 },
+        {Qt::Key_Home,     1000},
+    };
+    for (const Case& c : cases) {
+        QTest::keyClick(&widget, c.key);
+        EXPECT_EQ(ticker.Top, c.top);
+    }
+}
+
+TEST(Keyboard, BelongsToTheListWhereThereIsOne)
+{
+    ShownView<forms::Playlist> shown;
+    QWidget& list = Find(shown.view, "pl");
+    EXPECT_EQ(QApplication::focusWidget(), &list);
+    Find(shown.view, "imgSave").setFocus(Qt::TabFocusReason);
+    QTest::mouseClick(&Find(shown.view, "imgClear"), Qt::LeftButton);
+    EXPECT_EQ(QApplication::focusWidget(), &list);
+    Find(shown.view, "imgSave").setFocus(Qt::TabFocusReason);
+    QTest::keyClick(&Find(shown.view, "imgSave"), Qt::Key_Escape);
+    EXPECT_EQ(QApplication::focusWidget(), &list);
+}
+
+} // namespace
+} // namespace velmo::test
