@@ -7,6 +7,8 @@
 
 #include <QByteArray>
 
+#include <initializer_list>
+
 namespace velmo {
 
 Program::Program(Process& process)
@@ -16,7 +18,11 @@ Program::Program(Process& process)
     , m_tagLibrary(m_libraries, process.directories.program + TagLibraryFileName)
     , m_tags(m_bass, m_tagLibrary, process.files, process.directories.application)
     , m_list(m_playlist, process.settings, process.files, process.directories.application)
-    , m_ordering(m_list, m_playlist, {m_collation, m_random, m_clock})
+    , m_ordering(m_list,
+                 m_playlist,
+                 {
+                     m_collation, m_random, m_clock
+})
     , m_entries(m_playlist, m_tags)
     , m_mediaFilter(m_plugins)
     , m_adding({m_list, m_entries, m_mediaFilter, m_ordering},
@@ -38,7 +44,7 @@ Program::Program(Process& process)
                process.files,
                process.dialogs,
                process.directories.application)
-    , m_equalizerWindow(m_fX, m_equalizer, process.settings)
+    , m_equalizerWindow(m_fX, m_equalizer, m_curves, process.settings)
     , m_tracks(m_bass,
                process.settings,
                process.files,
@@ -81,10 +87,15 @@ Program::Program(Process& process)
                       process.files,
                       process.dialogs)
     , m_addLocation(m_frmAddLocation, m_playlist, process.settings)
-    , m_listManager(
-          m_frmListMGR,
-          m_playlist,
-          {m_list, m_adding, m_store, m_tags, m_collation, process.files, process.dialogs})
+    , m_listManager({m_frmListMGR, m_playlist, m_resources},
+                    {m_list,
+                     m_adding,
+                     m_store,
+                     m_tags,
+                     process.settings,
+                     m_collation,
+                     process.files,
+                     process.dialogs})
     , m_titleReader(m_list,
                     m_playlist,
                     m_tags,
@@ -94,6 +105,21 @@ Program::Program(Process& process)
                     process.files,
                     PathOfCommandLine(process.commandLine, process.files))
     , m_spectrum(m_bass, process.settings, m_wmain, m_transport)
+    , m_systray(m_tray, m_wmain, m_resources)
+    , m_sticky(m_screens)
+    , m_neighbours({m_wmain, m_playlist, m_fX, m_frmListMGR, m_resources},
+                   process.settings,
+                   [this] { m_sticky.CheckGlueing(); })
+    , m_playlistWindow(
+          {m_playlist, m_wmain, m_resources},
+          {.neighbours = m_neighbours,
+           .adding = m_adding,
+           .buttons = {m_list, m_ordering, m_addingDialogs, m_listDialogs, m_addLocation},
+           .commands = {m_list, m_tags, m_controls, m_keys, m_transport}},
+          process.settings,
+          process.files,
+          process.directories.application)
+    , m_scBarMgr(m_frmListMGR.scBarMgr)
     , m_mainWindow(m_wmain,
                    m_playlist,
                    m_bass,
@@ -101,9 +127,28 @@ Program::Program(Process& process)
                    m_desktop,
                    m_transport,
                    m_monitor,
-                   {m_spectrum, m_equalizerWindow, m_curves})
+                   {m_spectrum, m_equalizerWindow, m_curves, m_neighbours, m_systray})
     , m_titleScroller(m_wmain, process.settings, m_transport)
-    , m_systray(m_tray, m_wmain)
+    , m_mainWindowEvents({m_wmain,
+                          m_resources,
+                          m_mainWindow,
+                          m_bass,
+                          m_transport,
+                          m_controls,
+                          m_neighbours,
+                          m_spectrum,
+                          m_mixerProgram,
+                          m_keyCalls})
+    , m_menus({m_resources,
+               m_wmain,
+               process.settings,
+               m_mainWindow,
+               m_neighbours,
+               m_spectrum,
+               m_controls,
+               m_mixerProgram,
+               m_keyCalls},
+              {&m_wmain, &m_playlist, &m_fX, &m_frmListMGR, &m_frmAddLocation, &m_errMGR})
     , m_startCore({m_application, process.files, m_libraries, process.dialogs, m_associations},
                   StartedModules(),
                   CallsOfStart())
@@ -127,24 +172,43 @@ Program::Program(Process& process)
                     {&m_fX, &m_frmListMGR, &m_frmAddLocation, &m_errMGR},
                     m_application)
     , m_stClose(m_endingSteps, m_application)
+    , m_menuViews{qt::MenuView(m_resources.Menu1),
+                  qt::MenuView(m_resources.Menu2),
+                  qt::MenuView(m_resources.Menu3),
+                  qt::MenuView(m_resources.Menu4),
+                  qt::MenuView(m_resources.Menu5),
+                  qt::MenuView(m_resources.Menu6)}
     , m_wmainView(m_wmain)
+    , m_playlistView(m_playlist)
+    , m_fXView(m_fX)
+    , m_frmListMGRView(m_frmListMGR)
     , m_errMGRView(m_errMGR)
     , m_addLocationView(m_frmAddLocation)
     , m_splashView(m_splash)
     , m_wmainTimers(m_wmain, m_timers)
     , m_playlistTimers(m_playlist, m_timers)
+    , m_fXTimers(m_fX, m_timers)
+    , m_frmListMGRTimers(m_frmListMGR, m_timers)
     , m_splashTimers(m_splash, m_timers)
     , m_signals([this] { m_exitProgram.Run(); })
 {
-    BindEvents();
-    BindLists();
-    BindTransport();
+    for (controls::Form* owned : std::initializer_list<controls::Form*>{
+             &m_playlist, &m_fX, &m_frmListMGR, &m_frmAddLocation, &m_errMGR})
+        owned->Owner = &m_wmain;
+    BindCalls();
+    BindMainWindow();
+    BindMenus();
+    BindPlaylist();
+    BindSmallWindows();
+    BindTray();
+    EnableBoundEntries(m_resources);
 }
 
 void Program::Start()
 {
     // Within the loop: what ends the program during a box of the start ends the loop for good.
     m_application.Post([this] { m_bringUp.Run(); });
+    m_application.Post([this] { m_colours.Follow(); });
 }
 
 StartModules Program::StartedModules()
@@ -174,64 +238,30 @@ EndingCalls Program::CallsOfEndings()
             .EndStandByGuard = {},
             .RemoveTrayIcon = [this] { m_systray.RemoveTrayIcon(); },
             .GiveBackSystemMenu = {},
-            .ReleaseRegions = {}};
-}
-
-void Program::BindEvents()
-{
-    m_wmain.QueryClose = [this] { m_exitProgram.Run(); };
-    m_wmain.imgClose.MouseUp = [this](const auto& event) {
-        if (ReleasedInside(m_wmain.imgClose, event))
-            m_exitProgram.Run();
-    };
-    m_wmain.imgMinimize.MouseUp = [this](const auto& event) {
-        m_mainWindow.imgMinimize_MouseUp(event);
-    };
-    m_wmain.Resize = [this] {
-        m_spectrum.wmain_Resize();
-        m_mainWindow.RestorePlaylist();
-    };
-    m_wmain.picVisualisation.MouseUp = [this](const auto& event) {
-        m_spectrum.picVisualisation_MouseUp(event);
-    };
-    m_wmain.tmrSpectrum.Tick = [this] { m_spectrum.tmrSpectrum_Timer(); };
-    m_wmain.tmrBASS.Tick = [this] { m_monitor.MonitorTick(); };
-    m_wmain.tmrScroll.Tick = [this] { m_titleScroller.tmrScroll_Timer(); };
-    m_wmain.lblTime.MouseDown = [this](const auto& event) {
-        m_mainWindow.lblTime_MouseDown(event);
-    };
-    m_wmain.imgPositionBar.MouseDown = [this](const auto& event) {
-        m_mainWindow.imgPositionBar_MouseDown(event);
-    };
-    m_wmain.imgPositionTicker.MouseDown = [this](const auto& event) {
-        m_mainWindow.imgPositionTicker_MouseDown(event);
-    };
-    m_wmain.imgPositionTicker.MouseMove = [this](const auto& event) {
-        m_mainWindow.imgPositionTicker_MouseMove(event);
-    };
-    m_wmain.imgPositionTicker.MouseUp = [this](const auto& event) {
-        m_mainWindow.imgPositionTicker_MouseUp(event);
-    };
-    m_splash.tmrcZat.Tick = [this] { m_bringUp.tmrcZat_Timer(); };
-    m_errMGR.Label1.Click = [this] { m_errMGR.Hide(); };
-}
-
-void Program::BindLists()
-{
-    m_playlist.tmrInfo.Tick = [this] { m_titleReader.tmrInfo_Timer(); };
-    m_frmAddLocation.btnAdd.Click = [this] { m_addLocation.btnAdd_Click(); };
-    m_frmAddLocation.btnCancel.Click = [this] { m_addLocation.btnCancel_Click(); };
-    m_frmListMGR.scBarMgr.Change = [this](bool goesDown, std::int32_t position) {
-        m_listManager.scBarMgr_Change(goesDown, position);
-    };
+            .ReleaseRegions = [this] { m_sticky.ReleaseRegions(); },
+            .RemoveAllWindows = [this] { m_sticky.RemoveAll(); }};
 }
 
 void* Program::CreateMainWindow()
 {
     m_fX.Enabled = true; // a restart may have found the equalizer that an earlier start missed
-    m_mainWindow.Load([this] { MarkMainWindow(); });
+    m_mainWindow.Load(StepsOfMainWindow());
+    m_sticky.BringBack();
+    m_screens.Changed = [this] { m_sticky.BringBack(); };
     // The engine takes a window's address and has no use for it: sound here belongs to no window.
     return nullptr;
+}
+
+MainWindowSteps Program::StepsOfMainWindow()
+{
+    return {.ShapeAndStick = [this] { m_sticky.Load(m_wmain); },
+            .MarkMainWindow = [this] { MarkMainWindow(); },
+            .LoadPlaylist =
+                [this] {
+                    m_sticky.Load(m_playlist);
+                    m_playlistWindow.Load();
+                },
+            .LoadListManager = [this] { m_listManager.Load(); }};
 }
 
 void Program::MarkMainWindow()
@@ -246,8 +276,10 @@ void Program::MarkMainWindow()
     m_takesHandOvers = IsFalse(allowsMany);
     if (m_takesHandOvers)
         events.handOver = [this](const ports::HandOverRecord& record) {
-            if (m_takesHandOvers)
-                ReceiveHandOver(record, m_process.files, m_adding);
+            if (!m_takesHandOvers)
+                return;
+            m_startCore.OpenList();
+            ReceiveHandOver(record, m_process.files, m_adding);
         };
     m_process.instance.MarkMainWindow(std::move(events));
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "NoAssociations.h"
-#include "NoTray.h"
 #include "PlayerApplication.h"
 #include "Process.h"
 
@@ -43,9 +42,13 @@
 #include "playlist/frmAddLocation.h"
 #include "playlist/modPlaylist.h"
 #include "playlist/modTags.h"
+#include "qt/ColourScheme.h"
 #include "qt/FormView.h"
+#include "qt/MenuView.h"
 #include "qt/QtDesktop.h"
+#include "qt/QtScreens.h"
 #include "qt/QtTimers.h"
+#include "qt/QtTray.h"
 #include "qt/SignalWatcher.h"
 #include "sound/DjMethods.h"
 #include "sound/Monitor.h"
@@ -55,9 +58,17 @@
 #include "sound/TransportState.h"
 #include "sound/modBassFunctions.h"
 #include "visualisation/Spectrum.h"
+#include "windows/MainWindowEvents.h"
+#include "windows/Menus.h"
+#include "windows/Neighbours.h"
+#include "windows/Playlist.h"
+#include "windows/StickyWindows.h"
 #include "windows/TitleScroller.h"
 #include "windows/modSystray.h"
+#include "windows/ucScrollBar.h"
 #include "windows/wmain.h"
+
+#include <array>
 
 namespace velmo {
 
@@ -75,11 +86,17 @@ public:
     void Start();
 
 private:
-    void BindEvents();
-    void BindLists();
-    void BindTransport();
+    // Each in a file of its own.
+    void BindCalls();
+    void BindMainWindow();
+    void BindMenus();
+    void BindPlaylist();
+    void BindSmallWindows();
+    void BindTray();
+
     StartModules StartedModules();
     StartCalls CallsOfStart();
+    MainWindowSteps StepsOfMainWindow();
     EndingCalls CallsOfEndings();
     void* CreateMainWindow();
     void MarkMainWindow();
@@ -90,7 +107,8 @@ private:
     DlLibraries m_libraries;
     qt::QtTimers m_timers;
     qt::QtDesktop m_desktop;
-    NoTray m_tray;
+    qt::ColourScheme m_colours;
+    qt::QtScreens m_screens;
     NoAssociations m_associations;
     NoStatusChanger m_status;
     SystemClock m_clock;
@@ -106,6 +124,7 @@ private:
     forms::ErrMGR m_errMGR;
     forms::frmSplash m_splash;
     forms::frmResources m_resources;
+    qt::QtTray m_tray;
 
     // The table is filled by the start. The engine stays mapped to the end of the process.
     modBass m_bass;
@@ -137,9 +156,15 @@ private:
     frmListMGR m_listManager;
     TitleReader m_titleReader;
     Spectrum m_spectrum;
+    modSystray m_systray;
+    StickyWindows m_sticky;
+    Neighbours m_neighbours;
+    Playlist m_playlistWindow;
+    ucScrollBar m_scBarMgr;
     wmain m_mainWindow;
     TitleScroller m_titleScroller;
-    modSystray m_systray;
+    MainWindowEvents m_mainWindowEvents;
+    Menus m_menus;
     StartCore m_startCore;
     BringUp m_bringUp;
     EndingSteps m_endingSteps;
@@ -147,12 +172,18 @@ private:
     RestartCore m_restartCore;
     STClose m_stClose;
 
+    std::array<qt::MenuView, 6> m_menuViews;
     qt::FormView m_wmainView;
+    qt::FormView m_playlistView;
+    qt::FormView m_fXView;
+    qt::FormView m_frmListMGRView;
     qt::FormView m_errMGRView;
     qt::FormView m_addLocationView;
     qt::FormView m_splashView;
     controls::FormTimers m_wmainTimers;
     controls::FormTimers m_playlistTimers;
+    controls::FormTimers m_fXTimers;
+    controls::FormTimers m_frmListMGRTimers;
     controls::FormTimers m_splashTimers;
     qt::SignalWatcher m_signals;
     bool m_takesHandOvers = false;

@@ -20,6 +20,7 @@ int main(int argc, char** argv)
     QApplication application(toolkitArguments, argv);
     QApplication::setApplicationName(QStringLiteral("velmo-player"));
     QApplication::setDesktopFileName(QStringLiteral("velmo-player"));
+    velmo::qt::TellLimits();
     velmo::Program program(process);
     program.Start();
     return QApplication::exec();
