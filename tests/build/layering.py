@@ -11,6 +11,7 @@ import lint
 RULES = {
     "src/controls": (['"ports/Timers.h"'], ['"core/modINI.h"', "<QWidget>", '"bass.h"']),
     "src/forms": (['"controls/Form.h"'], ['"core/modINI.h"', "<QWidget>", '"qt/FormView.h"']),
+    "src/skin": (['"controls/PictureRef.h"'], ['"core/modINI.h"', '"forms/wmain.h"', "<QImage>"]),
     "src/core": (['"ports/Files.h"'], ['"bass/modBass.h"', '"forms/wmain.h"', "<QString>"]),
     "src/bass": (['"bass.h"', '"core/RunError.h"'], ['"playlist/modTags.h"', '"channels/Channel.h"']),
     "src/playlist": (['"bass/modBass.h"'], ['"sound/Monitor.h"', '"windows/wmain.h"', "<QString>"]),
