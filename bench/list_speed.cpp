@@ -5,7 +5,7 @@
 
 #include "core/SettingsKeys.h"
 #include "playlist/EntryText.h"
-#include "playlist/ListFormats.h"
+#include "playlist/ListText.h"
 
 #include <malloc.h>
 
