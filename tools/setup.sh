@@ -2,7 +2,7 @@
 
 build_packages=(
   g++ cmake ninja-build pkg-config ccache mold
-  qt6-base-dev libcubeb-dev libmpg123-dev libvorbis-dev libsndfile1-dev libopenmpt-dev libsoxr-dev libtag1-dev
+  qt6-base-dev libxcb1-dev libxcb-shape0-dev libcubeb-dev libmpg123-dev libvorbis-dev libsndfile1-dev libopenmpt-dev libsoxr-dev libtag1-dev
   libflac-dev libopusfile-dev libwavpack-dev libavformat-dev libavcodec-dev libavutil-dev
 )
 run_packages=(
@@ -11,11 +11,12 @@ run_packages=(
 test_packages=(
   clang clang-format clang-tidy libclang-rt-14-dev libgtest-dev libgmock-dev libmp3lame-dev
   flac opus-tools wavpack ffmpeg musepack-tools
-  python3 xvfb openbox xdotool x11-utils imagemagick pulseaudio pulseaudio-utils
+  tint2 dbus python3-dbusmock libglib2.0-bin weston
+  python3 librsvg2-bin xvfb openbox xdotool x11-utils x11-xserver-utils imagemagick pulseaudio pulseaudio-utils
 )
 
 bench_packages=(
-  libxcb1-dev python3-numpy lame vorbis-tools xvfb xauth
+  python3-numpy lame vorbis-tools xvfb xauth
 )
 
 # Installs those of the named packages that are missing. Ends the script with a clear message where that can't be done.

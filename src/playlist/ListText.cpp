@@ -104,7 +104,7 @@ void ListText::AppendEntry(std::size_t number)
 void ListText::AppendNumber(std::int32_t number)
 {
     std::array<char, 12> digits; // NOLINT(*-member-init): filled below
-    const char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
     m_piece.append(digits.data(), end);
 }
 
