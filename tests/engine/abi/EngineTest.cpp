@@ -46,9 +46,7 @@ std::vector<Sample> ReadSamples(const std::filesystem::path& path)
 
 EngineTest::EngineTest()
 {
-    std::string name = (std::filesystem::temp_directory_path() / "velmo-engine-XXXXXX").string();
-    m_directory = mkdtemp(name.data());
-    SetVariable("VELMO_HOME", name);
+    SetVariable("VELMO_HOME", m_temporary());
     SetVariable("VELMO_WAV_FORMAT", "");
     BASS_Free();
     BASS_SetConfig(BASS_CONFIG_BUFFER, 500);
@@ -58,7 +56,6 @@ EngineTest::EngineTest()
 void EngineTest::TearDown()
 {
     BASS_Free();
-    std::filesystem::remove_all(m_directory);
 }
 
 std::string EngineTest::WriteWav(const std::string& name,

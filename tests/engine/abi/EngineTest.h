@@ -2,6 +2,8 @@
 
 #include "bass.h"
 
+#include "support/TempDir.h"
+
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -49,7 +51,8 @@ protected:
     std::vector<float> RenderedFloats() const;
 
 private:
-    std::filesystem::path m_directory;
+    velmo::test::TempDir m_temporary;
+    std::filesystem::path m_directory = m_temporary();
 };
 
 /// Sets a variable of the environment. While the engine is closed.

@@ -3,6 +3,7 @@
 
 #include "device/DeviceControl.h"
 #include "device/WavHeader.h"
+#include "support/TempDir.h"
 
 #include <gtest/gtest.h>
 
@@ -30,15 +31,6 @@ using test::FakeRenderer;
 class FileOutput : public testing::Test
 {
 protected:
-    void SetUp() override
-    {
-        std::string pattern =
-            (std::filesystem::temp_directory_path() / "velmo-wav-XXXXXX").string();
-        ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-        m_directory = pattern;
-    }
-    void TearDown() override { std::filesystem::remove_all(m_directory); }
-
     [[nodiscard]] std::string Path() const { return (m_directory / "out.wav").string(); }
 
     [[nodiscard]] std::vector<std::uint8_t> Bytes() const
@@ -47,7 +39,8 @@ protected:
         return {std::istreambuf_iterator<char>(file), {}};
     }
 
-    std::filesystem::path m_directory;
+    velmo::test::TempDir m_temporary;
+    std::filesystem::path m_directory = m_temporary();
     FakeRenderer m_renderer;
     DeviceControl m_control{m_renderer};
 };
