@@ -86,6 +86,9 @@ int VorbisSource::OpenContents()
                 .lengthFrames = 0,
                 .ctype = BASS_CTYPE_STREAM_OGG,
                 .limited = 0};
+    // A first stream of one page would be passed over: the library stands behind that page.
+    if (ov_streams(&m_file) > 1 && ov_pcm_seek(&m_file, 0) != 0)
+        return BASS_DECODER_NOT_MINE;
     for (int link = 0; link < ov_streams(&m_file) && LinkHasFormat(link); ++link) {
         const ogg_int64_t frames = ov_pcm_total(&m_file, link);
         m_format.lengthFrames += frames > 0 ? static_cast<std::uint64_t>(frames) : 0;
