@@ -75,10 +75,21 @@ ControlWidget::~ControlWidget()
 
 void ControlWidget::Sync()
 {
-    setGeometry(PlaceOf(m_control));
+    Standing standing{.place = PlaceOf(m_control),
+                      .container =
+                          m_control.Container == nullptr ? QRect() : PlaceOf(*m_control.Container),
+                      .isEnabled = m_control.Enabled,
+                      .isVisible = m_control.Visible,
+                      .isTabStop = IsTabStop(),
+                      .tip = m_control.ToolTipText,
+                      .accessibleName = m_control.AccessibleName};
+    if (standing == m_standing)
+        return;
+    m_standing = std::move(standing);
+    setGeometry(m_standing->place);
     setEnabled(m_control.Enabled);
     setVisible(CutToContainer() && m_control.Visible);
-    if (focusPolicy() == Qt::NoFocus && IsTabStop())
+    if (focusPolicy() == Qt::NoFocus && m_standing->isTabStop)
         setFocusPolicy(Qt::TabFocus);
     const QString tip = FromBytes(m_control.ToolTipText.Get());
     setToolTip(Qt::mightBeRichText(tip) ? tip.toHtmlEscaped() : tip);
@@ -92,7 +103,7 @@ bool ControlWidget::CutToContainer()
 {
     if (m_control.Container == nullptr)
         return true;
-    const QRect seen = geometry() & PlaceOf(*m_control.Container);
+    const QRect seen = geometry() & m_standing->container;
     if (seen == geometry())
         clearMask();
     else

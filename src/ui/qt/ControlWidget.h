@@ -10,14 +10,14 @@
 
 #include <functional>
 #include <optional>
+#include <string>
 
 namespace velmo::qt {
 
 /// The widget of one control: keeps its place, tool tip and state, and turns the mouse into the
-/// control's events. Its object name is the control's name, its property `text` the text it shows,
-/// if any. What it shows is drawn by the classes derived from it; the ring of the keyboard's focus
-/// is drawn here, over it. With the focus, Space and Enter press the control, and arrows, pages,
-/// Home and End move the knob of a slider.
+/// control's events. Its object name is the control's name. What it shows is drawn by the classes
+/// derived from it; the ring of the keyboard's focus is drawn here, over it. With the focus, Space
+/// and Enter press the control, and arrows, pages, Home and End move the knob of a slider.
 class ControlWidget : public QWidget
 {
 public:
@@ -66,12 +66,27 @@ protected:
 private:
     friend class FormView;
 
+    /// What `Sync` takes over: a text that runs changes its widget often, and none of this.
+    struct Standing
+    {
+        QRect place;
+        QRect container;
+        bool isEnabled = true;
+        bool isVisible = true;
+        bool isTabStop = false;
+        std::string tip;
+        std::string accessibleName;
+
+        bool operator==(const Standing&) const = default;
+    };
+
     bool CutToContainer();
     bool TakeKey(const QKeyEvent& event);
     bool Slide(int key);
 
     controls::Control& m_control;
     ControlHost& m_host;
+    std::optional<Standing> m_standing; ///< nothing before the first `Sync`
     FocusRing m_ring{*this};
     std::optional<QPoint> m_keyPlace;
     bool m_isDirty = false; ///< kept by the host

@@ -6,6 +6,7 @@
 #include "ProgramIcon.h"
 #include "QtFont.h"
 #include "QtText.h"
+#include "TurnEnd.h"
 #include "Twips.h"
 
 #include "controls/EventEntry.h"
@@ -84,8 +85,7 @@ void FormView::QueueFlush()
     if (m_isFlushQueued)
         return;
     m_isFlushQueued = true;
-    QMetaObject::invokeMethod(
-        this, [this] { Flush(); }, Qt::QueuedConnection);
+    AtTurnEnd(*this, [this] { Flush(); });
 }
 
 void FormView::Flush()
@@ -207,6 +207,7 @@ void FormView::FirstFrameIsPainted()
 {
     if (!std::exchange(m_isTextShown, true))
         ShowText();
+    m_form.HasPicture = true;
     controls::CallSlot(m_form.FirstPicture);
 }
 

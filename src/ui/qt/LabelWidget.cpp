@@ -1,6 +1,7 @@
 #include "LabelWidget.h"
 
 #include "DesktopStyle.h"
+#include "PutPixels.h"
 #include "QtFont.h"
 #include "QtText.h"
 
@@ -9,7 +10,6 @@
 #include <QPainter>
 #include <QStyleOptionButton>
 #include <QStylePainter>
-#include <QVariant>
 
 #include <algorithm>
 #include <cmath>
@@ -39,15 +39,11 @@ void LabelWidget::Sync()
     if (look.font != m_look.font)
         m_font.reset();
     m_look = std::move(look);
-    update();
-    if (!isNewText) {
-        m_running.Forget();
-        return;
-    }
     m_text = FromBytes(m_look.caption);
     m_running.Show(m_text);
-    setProperty("text", m_text);
-    if (QAccessible::isActive()) {
+    if (!isNewText || !ShowTurn())
+        update();
+    if (isNewText && QAccessible::isActive()) {
         QAccessibleValueChangeEvent change(this, m_text);
         QAccessible::updateAccessibility(&change);
     }
@@ -73,7 +69,7 @@ void LabelWidget::paintEvent(QPaintEvent* /*event*/)
         return;
     QPainter painter(this);
     painter.fillRect(rect(), ToQColor(m_look.back));
-    if (!m_text.isEmpty() && Host().IsTextShown())
+    if (!m_text.isEmpty() && IsTextDrawn())
         PaintText(painter);
 }
 
@@ -100,25 +96,63 @@ void LabelWidget::PaintInStyle()
                          QPalette::WindowText);
 }
 
-void LabelWidget::PaintText(QPainter& painter)
+/// The next turn of a text that runs. False if it's to be painted.
+bool LabelWidget::ShowTurn()
+{
+    if (IsRingShown() || !IsTextDrawn() || UsesDesktopStyle(*this))
+        return false;
+    const QImage* const picture = RunningPicture();
+    return picture != nullptr && PutPixels(*this, *picture, picture->rect());
+}
+
+bool LabelWidget::IsTextDrawn() const
+{
+    return m_label.Text == controls::LabelText::Drawn && Host().IsTextShown();
+}
+
+/// Null if the text doesn't run, or wouldn't look the same so.
+const QImage* LabelWidget::RunningPicture()
+{
+    const bool canRun =
+        m_look.align == controls::TextAlign::Left && m_look.overflow == controls::TextOverflow::Cut;
+    if (!canRun || !m_running.Runs())
+        return nullptr;
+    const QImage& picture = m_running.Picture({.font = Font(),
+                                               .ink = ToQColor(m_look.fore),
+                                               .ground = ToQColor(m_look.back),
+                                               .size = size(),
+                                               .ratio = devicePixelRatioF(),
+                                               .baseline = Baseline(Font())});
+    return picture.isNull() ? nullptr : &picture;
+}
+
+const QFont& LabelWidget::Font()
 {
     if (!m_font)
         m_font = ToQFont(m_look.font);
-    QFont font = *m_font;
+    return *m_font;
+}
+
+/// Capitals stand in the middle of the height: many labels are lower than their font's full line.
+double LabelWidget::Baseline(const QFont& font) const
+{
+    return std::round((height() + QFontMetricsF(font).capHeight()) / 2);
+}
+
+void LabelWidget::PaintText(QPainter& painter)
+{
+    if (const QImage* const picture = RunningPicture()) {
+        painter.drawImage(0, 0, *picture);
+        return;
+    }
+    QFont font = Font();
     const auto textWidth = [&] { return QFontMetricsF(font).horizontalAdvance(m_text); };
     if (m_look.overflow == controls::TextOverflow::Shrink && textWidth() > width())
         font.setPixelSize(std::max(1, static_cast<int>(font.pixelSize() * width() / textWidth())));
     const double spare = m_look.align == controls::TextAlign::Centre ? width() - textWidth() : 0;
-    const double left = std::max(spare, 0.0) / 2;
-    // Capitals stand in the middle of the height: many labels are lower than their font's full
-    // line.
-    const double baseline = (height() + QFontMetricsF(font).capHeight()) / 2;
     painter.setFont(font);
     painter.setPen(ToQColor(m_look.fore));
-    const bool canRun =
-        m_look.align == controls::TextAlign::Left && m_look.overflow == controls::TextOverflow::Cut;
-    if (!canRun || !m_running.Runs() || !m_running.Paint(painter, std::round(baseline), height()))
-        painter.drawText(QPointF(left, std::round(baseline)), m_text);
+    painter.drawText(QPointF(std::max(spare, 0.0) / 2, Baseline(font)), m_text);
 }
 
 } // namespace velmo::qt

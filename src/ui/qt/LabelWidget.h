@@ -41,6 +41,11 @@ private:
 
     void PaintInStyle();
     void PaintText(QPainter& painter);
+    bool ShowTurn();
+    bool IsTextDrawn() const;
+    const QImage* RunningPicture();
+    const QFont& Font();
+    double Baseline(const QFont& font) const;
 
     const controls::Label& m_label;
     Look m_look;

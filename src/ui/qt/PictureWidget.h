@@ -8,12 +8,8 @@
 
 namespace velmo::qt {
 
-/// Paints a picture box: the pixels that it holds, and its ground around them.
-///
-/// A frame goes straight into the window's backing store and from there to the screen, only the
-/// part that has changed: the toolkit's way, by a paint event of the next event turn, costs more
-/// than all the rest of a frame. That way is still taken while the window is not on the screen, and
-/// when the toolkit itself wants the box painted. No other control may stand in front of the box.
+/// Paints a picture box: the pixels that it holds, and its ground around them. A frame goes to the
+/// screen at once, only the part that has changed. No other control may stand in front of the box.
 class PictureWidget final : public ControlWidget
 {
 public:
@@ -29,7 +25,6 @@ protected:
 
 private:
     void Put(const QRect& part);
-    bool CopyInto(QPaintDevice& store, const QRect& place, const QRect& part) const;
     QImage Image() const;
 
     controls::Picture& m_picture;

@@ -3,7 +3,9 @@
 #include <QFontMetricsF>
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
+#include <cstddef>
 
 namespace velmo::qt {
 
@@ -19,40 +21,54 @@ void RunningText::Show(const QString& text)
     }
     m_ring = text;
     m_turned = 0;
-    Forget();
+    m_strip = QImage();
 }
 
-bool RunningText::Paint(QPainter& painter, double baseline, int height)
+const QImage& RunningText::Picture(const Looks& looks)
 {
-    if (m_strip.isNull() && !MakeStrip(painter, baseline, height))
-        return false;
-    const double ratio = m_strip.devicePixelRatio();
-    const auto inPixels = [ratio](double place) { return std::round(place * ratio); };
-    const double left = inPixels(m_left.at(static_cast<std::size_t>(m_turned)));
-    const double width = inPixels(m_left.back());
-    painter.drawPixmap(QPointF(0, 0), m_strip, QRectF(left, 0, width, m_strip.height()));
-    return true;
+    if (m_strip.isNull() || m_looks != looks) {
+        m_looks = looks;
+        MakeStrip();
+    }
+    if (m_strip.isNull())
+        return m_picture;
+    const auto inPixels = [&](double place) {
+        return static_cast<int>(std::round(place * looks.ratio));
+    };
+    const int left = inPixels(m_left.at(static_cast<std::size_t>(m_turned)));
+    const int width = std::min(inPixels(m_left.back()), m_picture.width());
+    for (int row = 0; row < m_picture.height(); ++row) {
+        const auto* const from = reinterpret_cast<const QRgb*>(m_strip.constScanLine(row)) + left;
+        std::copy_n(from, width, reinterpret_cast<QRgb*>(m_picture.scanLine(row)));
+    }
+    return m_picture;
 }
 
-bool RunningText::MakeStrip(const QPainter& painter, double baseline, int height)
+void RunningText::MakeStrip()
 {
-    constexpr double MostPixels = 4096;
-    const QFontMetricsF metrics(painter.font());
+    constexpr int MostPixels = 4096;
+    m_strip = QImage();
+    m_picture = QImage();
+    const QFontMetricsF metrics(m_looks.font);
     m_left.clear();
     for (qsizetype i = 0; i <= m_ring.size(); ++i)
         m_left.push_back(metrics.horizontalAdvance(m_ring.left(i)));
-    const double ratio = painter.device()->devicePixelRatioF();
-    const double width = std::ceil(2 * m_left.back() * ratio);
-    if (width > MostPixels || width < 1)
-        return false;
-    m_strip = QPixmap(static_cast<int>(width), static_cast<int>(std::ceil(height * ratio)));
-    m_strip.setDevicePixelRatio(ratio);
-    m_strip.fill(Qt::transparent);
-    QPainter drawn(&m_strip);
-    drawn.setFont(painter.font());
-    drawn.setPen(painter.pen());
-    drawn.drawText(QPointF(0, baseline), m_ring + m_ring);
-    return true;
+    const int width = static_cast<int>(std::ceil(2 * m_left.back() * m_looks.ratio));
+    const QSize size = (QSizeF(m_looks.size) * m_looks.ratio).toSize();
+    if (width > MostPixels || width < 1 || size.isEmpty())
+        return;
+    const auto image = [&](QSize pixels) {
+        QImage made(pixels, QImage::Format_RGB32);
+        made.setDevicePixelRatio(m_looks.ratio);
+        made.fill(m_looks.ground);
+        return made;
+    };
+    m_picture = image(size);
+    m_strip = image(QSize(width, size.height()));
+    QPainter painter(&m_strip);
+    painter.setFont(m_looks.font);
+    painter.setPen(m_looks.ink);
+    painter.drawText(QPointF(0, m_looks.baseline), m_ring + m_ring);
 }
 
 } // namespace velmo::qt

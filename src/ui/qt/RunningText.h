@@ -1,12 +1,12 @@
 #pragma once
 
-#include <QPixmap>
+#include <QColor>
+#include <QFont>
+#include <QImage>
+#include <QSize>
 #include <QString>
 
 #include <vector>
-
-class QFont;
-class QPainter;
 
 namespace velmo::qt {
 
@@ -16,27 +16,37 @@ namespace velmo::qt {
 class RunningText
 {
 public:
+    /// How the text is drawn, at the left of an area of that size.
+    struct Looks
+    {
+        QFont font;
+        QColor ink;
+        QColor ground;
+        QSize size;          ///< logical pixels
+        double ratio = 1.0;  ///< of the screen's pixels to those
+        double baseline = 0; ///< logical pixels from the top
+
+        bool operator==(const Looks&) const = default;
+    };
+
     /// `text` is shown from now on. It runs if it is the next turn of the one before.
     void Show(const QString& text);
 
-    /// Whether it runs; else `Paint` isn't to be called.
+    /// Whether it runs; else `Picture` isn't to be called.
     bool Runs() const { return m_turned > 0; }
 
-    /// Another font or colour: the strip is drawn anew.
-    void Forget() { m_strip = QPixmap(); }
-
-    /// Draws the text at the left of `painter`'s device, on the baseline `baseline`, with the
-    /// painter's font and pen. False if the strip would be too large to keep; then nothing is
-    /// drawn.
-    bool Paint(QPainter& painter, double baseline, int height);
+    /// The area as it looks now, opaque. Null if the strip would be too large to keep.
+    const QImage& Picture(const Looks& looks);
 
 private:
-    bool MakeStrip(const QPainter& painter, double baseline, int height);
+    void MakeStrip();
 
     QString m_ring;             ///< the text before its first turn
     qsizetype m_turned = 0;     ///< characters of it that have gone to the end
-    QPixmap m_strip;            ///< the ring twice, on nothing
+    Looks m_looks;              ///< that the strip is drawn with
+    QImage m_strip;             ///< the ring twice; null: to be drawn
     std::vector<double> m_left; ///< of each character of the ring, in pixels; the ring's width last
+    QImage m_picture;           ///< what was last asked for
 };
 
 } // namespace velmo::qt
