@@ -152,7 +152,12 @@ Program::Program(Process& process)
     , m_startCore({m_application, process.files, m_libraries, process.dialogs, m_associations},
                   StartedModules(),
                   CallsOfStart())
-    , m_bringUp(m_splash, m_wmain, m_startCore, process.settings, m_application)
+    , m_bringUp(m_splash,
+                m_wmain,
+                {&m_playlist, &m_fX, &m_frmListMGR},
+                m_startCore,
+                process.settings,
+                m_application)
     , m_endingSteps({m_bass,
                      process.settings,
                      m_transport,

@@ -93,6 +93,8 @@ public:
     std::function<void()> ExitSizeMove;
     /// The window has been minimised or brought back; comes before `Resize`.
     std::function<void()> SysCommand;
+    /// Set by what shows the form: the first picture has been painted.
+    bool HasPicture = false;
     /// Set by what shows the form: the window fills the screen's work area.
     bool Zoomed = false;
 

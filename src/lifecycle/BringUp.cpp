@@ -3,19 +3,26 @@
 #include "core/SettingsKeys.h"
 #include "core/TextRules.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace velmo {
 
 BringUp::BringUp(forms::frmSplash& splash,
                  forms::wmain& wmain,
+                 std::vector<controls::Form*> neighbours,
                  StartCore& startCore,
                  modINI& settings,
                  ports::Application& application)
     : m_splash(splash)
     , m_wmain(wmain)
+    , m_windows(std::move(neighbours))
     , m_startCore(startCore)
     , m_settings(settings)
     , m_application(application)
-{}
+{
+    m_windows.push_back(&wmain);
+}
 
 void BringUp::Run()
 {
@@ -43,12 +50,24 @@ void BringUp::StartAndShow()
 {
     constexpr int FailedStart = 1;
     if (m_startCore.Run(StartKind::Process)) {
-        m_wmain.FirstPicture = [this] { m_startCore.OpenList(); };
+        for (controls::Form* window : m_windows)
+            window->FirstPicture = [this] { OpenListBehindPictures(); };
         if (m_wmain.State.Get() == controls::WindowState::Minimized)
             m_startCore.OpenList(); // there may be no picture for long
         m_wmain.Show();
     } else if (!m_application.IsQuitting())
         m_application.Quit(FailedStart);
+}
+
+/// A long list would keep the windows waiting that have no picture yet.
+void BringUp::OpenListBehindPictures()
+{
+    const bool isPictureMissing =
+        std::any_of(m_windows.begin(), m_windows.end(), [](const controls::Form* window) {
+            return window->Visible && !window->HasPicture;
+        });
+    if (!isPictureMissing)
+        m_startCore.OpenList();
 }
 
 } // namespace velmo

@@ -7,14 +7,18 @@
 #include "forms/wmain.h"
 #include "ports/Application.h"
 
+#include <vector>
+
 namespace velmo {
 
 /// From the decision to be the player to the main window on the screen.
 class BringUp
 {
 public:
+    /// `neighbours` are the windows that may be shown with the main one.
     BringUp(forms::frmSplash& splash,
             forms::wmain& wmain,
+            std::vector<controls::Form*> neighbours,
             StartCore& startCore,
             modINI& settings,
             ports::Application& application);
@@ -28,9 +32,11 @@ public:
 
 private:
     void StartAndShow();
+    void OpenListBehindPictures();
 
     forms::frmSplash& m_splash;
     forms::wmain& m_wmain;
+    std::vector<controls::Form*> m_windows; ///< the main one and its neighbours
     StartCore& m_startCore;
     modINI& m_settings;
     ports::Application& m_application;

@@ -14,7 +14,8 @@ using ::testing::ElementsAre;
 TEST_F(StartTest, TheSplashWindowStartsTheCoreOnceAtItsTick)
 {
     forms::frmSplash splash;
-    BringUp bringUp(splash, m_player.wmain, m_core, m_player.settings, m_application);
+    controls::Form neighbour("neighbour", "", 0, 0, controls::BorderStyle::None);
+    BringUp bringUp(splash, m_player.wmain, {&neighbour}, m_core, m_player.settings, m_application);
     m_player.settings.WriteSetting("Options", "ShowSplashScreen", "TRUE");
     bringUp.Run();
     EXPECT_TRUE(splash.Visible);
@@ -25,14 +26,18 @@ TEST_F(StartTest, TheSplashWindowStartsTheCoreOnceAtItsTick)
     EXPECT_FALSE(splash.tmrcZat.Enabled);
     EXPECT_TRUE(m_player.wmain.Visible);
 
-    // Without it the window is there at once, and the list behind its first picture; a failed start
-    // ends the process.
+    // Without it the window is there at once, and the list behind the first pictures of all that
+    // is shown; a failed start ends the process.
     m_player.wmain.Hide();
     m_player.settings.WriteSetting("Options", "ShowSplashScreen", "False");
+    neighbour.Visible = true;
     bringUp.Run();
     EXPECT_TRUE(m_player.wmain.Visible);
-    EXPECT_FALSE(m_core.IsListOpen());
+    m_player.wmain.HasPicture = true;
     m_player.wmain.FirstPicture();
+    EXPECT_FALSE(m_core.IsListOpen());
+    neighbour.HasPicture = true;
+    neighbour.FirstPicture();
     EXPECT_TRUE(m_core.IsListOpen());
     m_player.bass.initSucceeds = false;
     m_player.wmain.Hide();
@@ -45,51 +50,50 @@ TEST_F(StartTest, TheSplashWindowStartsTheCoreOnceAtItsTick)
     EXPECT_THAT(m_application.quits, ElementsAre(1));
 }
 
-TEST_F(StartTest, AHandOverOfWhatExistsReachesTheListAndNothingElseDoes)
+TEST_F(StartTest, WhatACommandLineNamesReachesTheListIfItExists)
 {
     m_player.files.directories = {"/m"};
-    for (const std::string& bytes :
-         {std::string("/m/gone.mp3"), std::string(1, '\0'), std::string("/m/")})
-        ReceiveHandOver({.dwData = 0, .bytes = bytes}, m_player.files, m_player.adding);
-    EXPECT_EQ(m_player.playlist.pl.Count(), 0U);
-    ReceiveHandOver({.dwData = 0, .bytes = "/m/a.mp3"}, m_player.files, m_player.adding);
-    ReceiveHandOver({.dwData = 0, .bytes = "/m"}, m_player.files, m_player.adding);
-    EXPECT_EQ(m_player.playlist.pl.Count(), 2U);
+    const auto rowsAfter = [this](const std::string& text) {
+        m_application.commandLine = text;
+        EXPECT_TRUE(Run()) << text;
+        const std::size_t count = m_player.playlist.pl.Count();
+        ReceiveHandOver({.dwData = 0, .bytes = text}, m_player.files, m_player.adding);
+        return std::pair(count, m_player.playlist.pl.Count());
+    };
+    for (const std::string& nothing : {std::string("/m/gone.mp3"),
+                                       std::string("http://radio/stream.mp3"),
+                                       std::string("bare.mp3"),
+                                       std::string("/m/"),
+                                       std::string(1, '\0'),
+                                       std::string()})
+        EXPECT_EQ(rowsAfter(nothing), std::pair(0UL, 0UL)) << nothing;
+    EXPECT_EQ(rowsAfter("/m/a.mp3"), std::pair(1UL, 2UL));
+    EXPECT_EQ(rowsAfter("/m"), std::pair(3UL, 4UL));
 }
 
 TEST(Role, TheFirstProcessPlaysAndLaterOnesHandOver)
 {
-    struct Case
-    {
-        bool isFirst;
-        const char* allowMany;
-        const char* commandLine;
-        bool found;
-        bool visible;
-        ProcessRole role;
-        std::vector<std::string> calls;
-    };
-    const std::vector<std::string> sentHidden = {"find", std::string("send 1 ") + '\0'};
-    const Case cases[] = {
-        {true,  "false", "/a", true,  true,  ProcessRole::Player,    {}                   },
-        {false, "TRUE",  "/a", true,  true,  ProcessRole::Player,    {}                   },
-        {false, "false", "/a", true,  true,  ProcessRole::Forwarder, {"find", "send 2 /a"}},
-        {false, "false", "/a", false, true,  ProcessRole::Forwarder, {"find"}             },
-        {false, "false", "",   true,  true,  ProcessRole::Forwarder, {"find", "activate"} },
-        {false, "no",    "",   true,  false, ProcessRole::Forwarder, sentHidden           },
-    };
-    for (const Case& c : cases) {
+    const auto expect = [](test::FakeInstance instance,
+                           const char* allowMany,
+                           const char* commandLine,
+                           std::vector<std::string> calls) {
         test::FakePlayer player;
-        test::FakeInstance instance;
-        instance.isFirst = c.isFirst;
-        instance.found = c.found;
-        instance.visible = c.visible;
-        player.settings.WriteSetting("Options", "AllowMultipleInstances", c.allowMany);
-        EXPECT_EQ(DecideRole(instance, player.settings, c.commandLine), c.role);
-        std::vector<std::string> calls{"mutex Velmo Player_APPLICATION_MUTEX"};
-        calls.insert(calls.end(), c.calls.begin(), c.calls.end());
+        player.settings.WriteSetting("Options", "AllowMultipleInstances", allowMany);
+        const ProcessRole role = DecideRole(instance, player.settings, commandLine);
+        EXPECT_EQ(role == ProcessRole::Player, calls.empty());
+        calls.insert(calls.begin(), "mutex Velmo Player_APPLICATION_MUTEX");
         EXPECT_EQ(instance.calls, calls);
-    }
+    };
+    test::FakeInstance instance;
+    expect(instance, "false", "/a", {});
+    instance.isFirst = false;
+    expect(instance, "TRUE", "/a", {});
+    expect(instance, "false", "/a", {"find", "send 2 /a"});
+    expect(instance, "false", "", {"find", "activate"});
+    instance.visible = false;
+    expect(instance, "no", "", {"find", std::string("send 1 ") + '\0'});
+    instance.found = false;
+    expect(instance, "false", "/a", {"find"});
 }
 
 } // namespace
