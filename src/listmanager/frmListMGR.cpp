@@ -8,7 +8,7 @@
 #include "core/SettingsKeys.h"
 #include "core/TextRules.h"
 #include "playlist/ListDialogs.h"
-#include "playlist/ListFormats.h"
+#include "playlist/ListFile.h"
 #include "playlist/RowSorting.h"
 
 #include <algorithm>
@@ -71,8 +71,7 @@ void frmListMGR::LoadLists()
 
 std::string frmListMGR::ReadTitle(const std::string& path)
 {
-    const std::optional<std::string> content = m_modules.files.Read(path);
-    const std::string line = content ? FirstLineOf(*content) : std::string();
+    const std::string line = FirstLineOfFile(path, m_modules.files);
     if (line.starts_with(TitleLineStart))
         return line.substr(TitleLineStart.size());
     std::string rewritten = path; // the row keeps its own

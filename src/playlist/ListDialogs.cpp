@@ -112,9 +112,8 @@ void ListDialogs::SaveListDialog()
 /// The first line that a list saved at that path gets: a list that is there keeps its own.
 std::string ListDialogs::TitleLineOf(const std::string& path)
 {
-    const std::optional<std::string> content =
-        FileExists(path, m_files) ? m_files.Read(path) : std::nullopt;
-    const std::string line = content ? FirstLineOf(*content) : std::string();
+    const std::string line =
+        FileExists(path, m_files) ? FirstLineOfFile(path, m_files) : std::string();
     return line.starts_with(OwnListMagic) ? line : std::string(UntitledLine);
 }
 

@@ -18,4 +18,8 @@ bool ReadListFile(ListFormat format,
                   const EntryStyle& style,
                   controls::ListRows& rows);
 
+/// The first line of the file at `path`, without its line end; empty if it can't be read. Of a long
+/// file as a rule only the start is read.
+std::string FirstLineOfFile(const std::string& path, ports::Files& files);
+
 } // namespace velmo

@@ -33,6 +33,11 @@ public:
         const auto file = files.find(path);
         return file == files.end() ? std::nullopt : std::optional(file->second);
     }
+    std::optional<std::string> ReadStart(const std::string& path, std::size_t most) override
+    {
+        const std::optional<std::string> content = Read(path);
+        return content ? std::optional(content->substr(0, most)) : std::nullopt;
+    }
     std::optional<ports::FileStamp> Stamp(const std::string& path) override
     {
         return files.contains(path) ? std::optional(ports::FileStamp{}) : std::nullopt;

@@ -8,9 +8,11 @@
 #include "core/PathRules.h"
 #include "core/TextRules.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <filesystem>
+#include <limits>
 #include <utility>
 
 #include <fcntl.h>
@@ -57,17 +59,17 @@ std::string FirstMatch(const std::string& folder, const std::string& pattern)
     return best;
 }
 
-/// Reads to the end, or as much as the file held when it was opened: a file that grows all the time
-/// has no end. `size` is 0 if that is not known. A pipe whose writer is silent for too long is
-/// given up, since the user waits.
-std::optional<std::string> ReadAll(int fd, std::size_t size)
+/// Reads to the end, but at most `most` bytes, and what a file grows by meanwhile isn't read: one
+/// that grows all the time has no end. `size` is 0 if that is not known. A pipe whose writer is
+/// silent for too long is given up, since the user waits.
+std::optional<std::string> ReadUpTo(std::size_t most, int fd, std::size_t size)
 {
     constexpr int PatienceMs = 1000;
     constexpr std::size_t Block = std::size_t{256} * 1024;
     std::string content;
     std::size_t filled = 0;
     for (;;) {
-        content.resize(size > 0 ? size : filled + Block);
+        content.resize(std::min(most, size > 0 ? size : filled + Block));
         const ssize_t count = ::read(fd, content.data() + filled, content.size() - filled);
         if (count > 0) {
             filled += static_cast<std::size_t>(count);
@@ -133,6 +135,11 @@ std::string LinuxFiles::ResolveForOpen(const std::string& path)
 
 std::optional<std::string> LinuxFiles::Read(const std::string& path)
 {
+    return ReadStart(path, std::numeric_limits<std::size_t>::max());
+}
+
+std::optional<std::string> LinuxFiles::ReadStart(const std::string& path, std::size_t most)
+{
     const std::optional<std::string> found = Find(path);
     if (!found)
         return std::nullopt;
@@ -142,8 +149,8 @@ std::optional<std::string> LinuxFiles::Read(const std::string& path)
     if (!file.IsOpen() || ::fstat(file.Get(), &status) != 0
         || (!S_ISREG(status.st_mode) && !S_ISFIFO(status.st_mode)))
         return std::nullopt;
-    return ReadAll(file.Get(),
-                   S_ISREG(status.st_mode) ? static_cast<std::size_t>(status.st_size) : 0);
+    return ReadUpTo(
+        most, file.Get(), S_ISREG(status.st_mode) ? static_cast<std::size_t>(status.st_size) : 0);
 }
 
 std::optional<ports::FileStamp> LinuxFiles::Stamp(const std::string& path)

@@ -23,6 +23,7 @@ public:
     bool IsDirectory(const std::string& path) override;
     std::string ResolveForOpen(const std::string& path) override;
     std::optional<std::string> Read(const std::string& path) override;
+    std::optional<std::string> ReadStart(const std::string& path, std::size_t most) override;
     std::optional<ports::FileStamp> Stamp(const std::string& path) override;
     [[nodiscard]] ports::WriteResult ReplaceFile(const std::string& path,
                                                  const std::string& content,

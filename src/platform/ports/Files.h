@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -55,6 +56,9 @@ public:
 
     /// The whole content, or nothing if the file is absent, a directory or unreadable.
     virtual std::optional<std::string> Read(const std::string& path) = 0;
+
+    /// Its first bytes, at most so many; all of them if the file has less.
+    virtual std::optional<std::string> ReadStart(const std::string& path, std::size_t most) = 0;
 
     /// The file's present state, or nothing if it is absent.
     virtual std::optional<FileStamp> Stamp(const std::string& path) = 0;
