@@ -133,7 +133,7 @@ void SaveList(const std::string& home, int entries)
     std::ofstream file(home + "/list.zvl", std::ios::binary);
     file << "#ZVL20#Internal playlist\r\n";
     for (int i = 0; i < entries; ++i)
-        file << "Artist " << i % 900 << " - Piece of music " << i << "#200\r\n/music/album "
+        file << "Artist " << i % 900 << " - Piece of music " << i << "\r\n200#/music/album "
              << i / 12 << "/track " << i << ".mp3\r\n";
 }
 
