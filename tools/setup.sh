@@ -9,9 +9,9 @@ run_packages=(
   libqt6widgets6 qt6-qpa-plugins qt6-wayland fonts-dejavu-core fonts-dejavu-extra xvfb
 )
 test_packages=(
-  clang clang-format clang-tidy libclang-rt-14-dev libgtest-dev libgmock-dev libmp3lame-dev
-  flac opus-tools wavpack ffmpeg musepack-tools
-  tint2 dbus python3-dbusmock libglib2.0-bin weston
+  clang clang-format clang-tidy libclang-rt-14-dev libgtest-dev libgmock-dev
+  opus-tools wavpack ffmpeg musepack-tools
+  tint2 dbus python3-dbusmock gir1.2-gtk-3.0 python3-gi libglib2.0-bin weston
   python3 librsvg2-bin xvfb openbox xdotool x11-utils x11-xserver-utils imagemagick pulseaudio pulseaudio-utils
 )
 
