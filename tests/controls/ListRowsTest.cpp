@@ -6,296 +6,198 @@
 
 #include <algorithm>
 #include <stdexcept>
-#include <string_view>
 
 namespace velmo::controls {
 namespace {
 
-class ListForm final : public Form
+class ListRowsTest : public testing::Test
 {
-public:
-    ListForm()
-        : Form("list", "", 1, 1, BorderStyle::None)
-    {}
-    ListRows rows{*this, "rows", {}};
+protected:
+    /// Rows named "1" to the count in place of those that are there.
+    static void Fill(ListRows& rows, std::size_t count)
+    {
+        rows.Clear();
+        for (std::size_t row = 1; row <= count; ++row)
+            rows.Add({.Text = std::to_string(row), .Length = "", .Path = ""});
+    }
+
+    static std::string Texts(const ListRows& rows)
+    {
+        std::string texts;
+        for (std::size_t row = 1; row <= rows.Count(); ++row)
+            texts += rows.Row(row).Text + (rows.IsMarked(row) ? "* " : " ");
+        return texts;
+    }
+    std::string Texts() const { return Texts(m_rows); }
+
+    Form m_form{"list", "", 1, 1, BorderStyle::None};
+    ListRows m_rows{m_form, "rows", {}};
 };
 
-/// Rows named "1" to the count, row 1 with the focus unless another is marked.
-void Fill(ListRows& rows, std::size_t count)
+TEST_F(ListRowsTest, FirstRowOfAnEmptyListGetsTheFocusAndKeepsIt)
 {
-    for (std::size_t row = 1; row <= count; ++row)
-        rows.Add({.Text = std::to_string(row), .Length = "", .Path = ""});
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_EQ(m_rows.SelectedEntry(), 0U);
+        m_rows.Add({});
+        m_rows.Add({});
+        EXPECT_EQ(m_rows.SelectedEntry(), 1U);
+        m_rows.Mark(2);
+        m_rows.Add({});
+        EXPECT_EQ(m_rows.SelectedEntry(), 2U);
+        m_rows.Clear();
+    }
+    Fill(m_rows, 2);
+    EXPECT_EQ(Texts(), "1 2 ");
 }
 
-std::string Texts(const ListRows& rows)
-{
-    std::string texts;
-    for (std::size_t row = 1; row <= rows.Count(); ++row)
-        texts += rows.Row(row).Text + (rows.IsMarked(row) ? "* " : " ");
-    return texts;
-}
-
-TEST(ListRows, FirstRowOfAnEmptyListGetsTheFocusAndKeepsIt)
-{
-    ListForm form;
-    EXPECT_EQ(form.rows.SelectedEntry(), 0U);
-    Fill(form.rows, 1);
-    EXPECT_EQ(form.rows.SelectedEntry(), 1U);
-    form.rows.Add({});
-    form.rows.Mark(2);
-    form.rows.Add({});
-    EXPECT_EQ(form.rows.SelectedEntry(), 2U);
-}
-
-TEST(ListRows, MarkingMovesTheFocusAndDeselectingDoesNot)
-{
-    ListForm form;
-    Fill(form.rows, 4);
-    form.rows.Mark(2);
-    form.rows.Mark(4);
-    EXPECT_EQ(Texts(form.rows), "1 2* 3 4* ");
-    EXPECT_EQ(form.rows.SelectedEntry(), 4U);
-    form.rows.DeselectAll();
-    EXPECT_EQ(Texts(form.rows), "1 2 3 4 ");
-    EXPECT_EQ(form.rows.SelectedEntry(), 4U);
-}
-
-TEST(ListRows, ClicksMarkAsTheirKeysSay)
+TEST_F(ListRowsTest, ClicksMarkAsTheirKeysSay)
 {
     using enum Marking;
-    struct Step
-    {
-        std::size_t row;
-        Marking marking;
-        const char* texts;
+    Fill(m_rows, 5);
+    const auto expect = [&](std::size_t row, Marking marking, const std::string& texts) {
+        m_rows.Choose(row, marking);
+        EXPECT_EQ(Texts(), texts);
+        EXPECT_EQ(m_rows.SelectedEntry(), row);
+        EXPECT_EQ(m_rows.MarkedCount(), std::count(texts.begin(), texts.end(), '*'));
     };
-    const Step steps[] = {
-        {2, Extend, "1* 2* 3 4 5 " }, // from the row that has the focus at first
-        {4, Only,   "1 2 3 4* 5 "  },
-        {2, Extend, "1 2* 3* 4* 5 "},
-        {5, Extend, "1 2 3 4* 5* " }, // still from the last row that was chosen alone
-        {1, Toggle, "1* 2 3 4* 5* "},
-        {5, Toggle, "1* 2 3 4* 5 " },
-        {3, Keep,   "1* 2 3 4* 5 " },
-        {4, Extend, "1 2 3* 4* 5 " },
-        {1, Only,   "1* 2 3 4 5 "  },
-    };
-    ListForm form;
-    Fill(form.rows, 5);
-    for (const Step& step : steps) {
-        form.rows.Choose(step.row, step.marking);
-        EXPECT_EQ(Texts(form.rows), step.texts);
-        EXPECT_EQ(form.rows.SelectedEntry(), step.row);
-        const std::string texts = step.texts;
-        EXPECT_EQ(form.rows.MarkedCount(), std::count(texts.begin(), texts.end(), '*'));
-    }
-    form.rows.Choose(5, Only);
-    form.rows.Remove(1); // what was row 5 is chosen from now on
-    form.rows.Choose(2, Extend);
-    EXPECT_EQ(Texts(form.rows), "2 3* 4* 5* ");
-    form.rows.MarkAll();
-    form.rows.Remove(2);
-    EXPECT_EQ(form.rows.MarkedCount(), 3U);
-    form.rows.RemoveMarked();
-    EXPECT_EQ(form.rows.MarkedCount(), 0U);
-    form.rows.Move(ListStep::Down, Only); // nothing is there, nothing happens
-    EXPECT_THROW(form.rows.Choose(1, Only), std::out_of_range);
+    expect(2, Extend, "1* 2* 3 4 5 "); // from the row that has the focus at first
+    expect(4, Only, "1 2 3 4* 5 ");
+    expect(2, Extend, "1 2* 3* 4* 5 ");
+    expect(5, Extend, "1 2 3 4* 5* "); // still from the last row that was chosen alone
+    expect(1, Toggle, "1* 2 3 4* 5* ");
+    expect(5, Toggle, "1* 2 3 4* 5 ");
+    expect(3, Keep, "1* 2 3 4* 5 ");
+    expect(4, Extend, "1 2 3* 4* 5 ");
+    m_rows.DeselectAll();
+    EXPECT_EQ(Texts(), "1 2 3 4 5 ");
+    EXPECT_EQ(m_rows.SelectedEntry(), 4U);
+    m_rows.Choose(5, Only);
+    m_rows.Remove(1); // what was row 5 is chosen from now on
+    expect(2, Extend, "2 3* 4* 5* ");
+    m_rows.MarkAll();
+    m_rows.Remove(2);
+    EXPECT_EQ(m_rows.MarkedCount(), 3U);
+    m_rows.RemoveMarked();
+    EXPECT_EQ(m_rows.MarkedCount(), 0U);
+    m_rows.Move(ListStep::Down, Only); // nothing is there, nothing happens
+    EXPECT_THROW(m_rows.Choose(1, Only), std::out_of_range);
 }
 
-TEST(ListRows, KeysMoveTheFocusAndTheViewFollows)
+TEST_F(ListRowsTest, KeysMoveTheFocusAndTheViewFollows)
 {
     using enum ListStep;
-    struct Step
-    {
-        ListStep step;
-        std::size_t focus;
-        std::size_t first;
+    EXPECT_EQ(m_rows.FirstVisibleEntry(), 0U);
+    Fill(m_rows, 100);
+    const auto expect = [&](ListStep step, std::size_t focus, std::size_t first) {
+        m_rows.Move(step, Marking::Only);
+        EXPECT_EQ(m_rows.SelectedEntry(), focus);
+        EXPECT_EQ(m_rows.FirstVisibleEntry(), first);
     };
-    const Step steps[] = {
-        {Up,       1,   1 },
-        {Down,     2,   1 },
-        {PageDown, 32,  1 }, // to the bottom of the view first
-        {PageDown, 63,  32},
-        {Down,     64,  33},
-        {PageUp,   33,  33},
-        {PageUp,   2,   2 },
-        {PageUp,   1,   1 },
-        {Last,     100, 69},
-        {PageDown, 100, 69},
-        {Down,     100, 69},
-        {First,    1,   1 },
-    };
-    ListForm form;
-    Fill(form.rows, 100);
-    for (const Step& step : steps) {
-        form.rows.Move(step.step, Marking::Only);
-        EXPECT_EQ(form.rows.SelectedEntry(), step.focus);
-        EXPECT_EQ(form.rows.FirstVisibleEntry(), step.first);
-        EXPECT_TRUE(form.rows.IsMarked(step.focus));
-        EXPECT_EQ(form.rows.MarkedCount(), 1U);
-    }
+    expect(Up, 1, 1);
+    expect(PageDown, 32, 1); // to the bottom of the view first
+    expect(PageDown, 63, 32);
+    expect(Down, 64, 33);
+    expect(PageUp, 33, 33);
+    expect(PageUp, 2, 2);
+    expect(PageUp, 1, 1);
+    expect(Last, 100, 69);
+    expect(PageDown, 100, 69);
+    expect(Down, 100, 69);
+    m_rows.Remove(1);
+    EXPECT_EQ(m_rows.FirstVisibleEntry(), 68U) << "the last row stays at the bottom";
+    m_rows.EnsureVisible(99);
+    EXPECT_EQ(m_rows.FirstVisibleEntry(), 68U) << "it is in view";
+    expect(First, 1, 1);
 }
 
-TEST(ListRows, RemovingLeavesTheFocusWhereTheEyeExpectsIt)
+TEST_F(ListRowsTest, RemovingLeavesTheFocusWhereTheEyeExpectsIt)
 {
-    struct Case
-    {
-        std::size_t count;
-        std::size_t focus;
-        std::size_t remove;
-        std::size_t newFocus;
-        const char* texts;
+    const auto expect = [&](std::size_t count,
+                            std::size_t focus,
+                            std::size_t removed,
+                            std::size_t newFocus,
+                            const char* texts) {
+        Fill(m_rows, count);
+        m_rows.Mark(focus);
+        m_rows.Remove(removed);
+        EXPECT_EQ(m_rows.SelectedEntry(), newFocus);
+        EXPECT_EQ(Texts(), texts);
     };
-    const Case cases[] = {
-        {4, 2, 2, 2, "1 3 4 " }, // the row that takes its place
-        {4, 4, 4, 3, "1 2 3 " }, // else the last
-        {1, 1, 1, 0, ""       }, // else none
-        {4, 3, 1, 2, "2 3* 4 "}, // the focus stays with its content
-        {4, 2, 3, 2, "1 2* 4 "},
-    };
-    for (const Case& c : cases) {
-        ListForm form;
-        Fill(form.rows, c.count);
-        form.rows.Mark(c.focus);
-        form.rows.Remove(c.remove);
-        EXPECT_EQ(form.rows.SelectedEntry(), c.newFocus);
-        EXPECT_EQ(Texts(form.rows), c.texts);
-    }
+    expect(4, 2, 2, 2, "1 3 4 "); // the row that takes its place
+    expect(4, 4, 4, 3, "1 2 3 "); // else the last
+    expect(1, 1, 1, 0, "");       // else none
+    expect(4, 3, 1, 2, "2 3* 4 ");
+    expect(4, 2, 3, 2, "1 2* 4 ");
 }
 
-TEST(ListRows, RemovingTouchesNoMarkOfAnotherRow)
+TEST_F(ListRowsTest, RemovingTheMarkedOnesIsRemovingOneByOne)
 {
-    ListForm form;
-    Fill(form.rows, 5);
-    form.rows.Mark(1);
-    form.rows.Mark(3);
-    form.rows.Mark(5);
-    form.rows.Remove(2);
-    EXPECT_EQ(Texts(form.rows), "1* 3* 4 5* ");
-}
-
-TEST(ListRows, RemovingTheMarkedOnesIsRemovingOneByOne)
-{
-    constexpr const char* Marks[] = {".....", "x....", "....x", ".xxx.", "...xx", ".x.xx", "xxxxx"};
-    for (const std::string_view marked : Marks) {
-        ListForm atOnce;
-        ListForm oneByOne;
-        for (ListForm* form : {&atOnce, &oneByOne}) {
-            Fill(form->rows, 5);
-            for (std::size_t row = 1; row <= marked.size(); ++row)
+    ListRows oneByOne{m_form, "rows", {}};
+    for (const std::string marked :
+         {".....", "x....", "....x", ".xxx.", "...xx", ".x.xx", "xxxxx"}) {
+        for (ListRows* rows : {&m_rows, &oneByOne}) {
+            Fill(*rows, 5);
+            for (std::size_t row = 1; row <= 5; ++row)
                 if (marked[row - 1] == 'x')
-                    form->rows.Mark(row);
+                    rows->Mark(row);
         }
-        atOnce.rows.RemoveMarked();
-        for (std::size_t row = 1; row <= oneByOne.rows.Count();)
-            if (oneByOne.rows.IsMarked(row))
-                oneByOne.rows.Remove(row);
-            else
-                ++row;
-        EXPECT_EQ(Texts(atOnce.rows), Texts(oneByOne.rows));
-        EXPECT_EQ(atOnce.rows.SelectedEntry(), oneByOne.rows.SelectedEntry());
+        m_rows.RemoveMarked();
+        for (std::size_t row = 5; row > 0; --row)
+            if (marked[row - 1] == 'x')
+                oneByOne.Remove(row);
+        EXPECT_EQ(Texts(), Texts(oneByOne));
+        EXPECT_EQ(m_rows.SelectedEntry(), oneByOne.SelectedEntry()) << marked;
     }
 }
 
-TEST(ListRows, ATextChangesInPlaceAndLeavesTheOthersAlone)
+TEST_F(ListRowsTest, ATextChangesInPlaceAndLeavesTheOthersAlone)
 {
-    ListForm form;
-    form.rows.Add({.Text = "12. title", .Length = "01:00", .Path = "/m/a"});
-    form.rows.SetText(1, form.rows.Texts(1).Text.substr(4)); // a piece of itself
-    EXPECT_EQ(form.rows.Row(1), (PlaylistEntry{"title", "01:00", "/m/a"}));
+    m_rows.Add({.Text = "12. title", .Length = "01:00", .Path = "/m/a"});
+    m_rows.SetText(1, m_rows.Texts(1).Text.substr(4)); // a piece of itself
+    EXPECT_EQ(m_rows.Row(1), (PlaylistEntry{"title", "01:00", "/m/a"}));
     for (const char* text : {"7. title", "a title that is longer than there is room for", ""}) {
-        form.rows.SetText(1, text);
-        EXPECT_EQ(form.rows.Row(1), (PlaylistEntry{text, "01:00", "/m/a"}));
+        m_rows.SetText(1, text);
+        EXPECT_EQ(m_rows.Row(1), (PlaylistEntry{text, "01:00", "/m/a"}));
     }
 }
 
-TEST(ListRows, AnOrderTakesMarksAndFocusAlongAndASwapDoesNot)
+TEST_F(ListRowsTest, AnOrderTakesMarksAndFocusAlongAndASwapDoesNot)
 {
-    ListForm form;
-    Fill(form.rows, 4);
-    form.rows.Mark(4);
-    form.rows.Mark(1);
-    form.rows.Reorder({3, 1, 4, 2});
-    EXPECT_EQ(Texts(form.rows), "3 1* 4* 2 ");
-    EXPECT_EQ(form.rows.SelectedEntry(), 2U);
-    form.rows.SwapContent(1, 2);
-    EXPECT_EQ(Texts(form.rows), "1 3* 4* 2 ");
-    EXPECT_EQ(form.rows.SelectedEntry(), 2U);
+    Fill(m_rows, 4);
+    m_rows.Mark(4);
+    m_rows.Mark(1);
+    m_rows.Reorder({3, 1, 4, 2});
+    EXPECT_EQ(Texts(), "3 1* 4* 2 ");
+    EXPECT_EQ(m_rows.SelectedEntry(), 2U);
+    m_rows.SwapContent(1, 2);
+    EXPECT_EQ(Texts(), "1 3* 4* 2 ");
+    EXPECT_EQ(m_rows.SelectedEntry(), 2U);
 }
 
-TEST(ListRows, TheViewScrollsTheLeastAndStaysInTheList)
+TEST_F(ListRowsTest, RowsOutsideTheListAreAnErrorAndOnlyRealChangesAreTold)
 {
-    ListForm form;
-    EXPECT_EQ(form.rows.FirstVisibleEntry(), 0U);
-    Fill(form.rows, 100);
-    const std::pair<std::size_t, std::size_t> steps[] = {
-        {32,  1 },
-        {33,  2 },
-        {2,   2 },
-        {1,   1 },
-        {100, 69},
-        {70,  69},
-        {50,  50},
-        {100, 69},
-    };
-    for (const auto& [row, first] : steps) {
-        form.rows.EnsureVisible(row);
-        EXPECT_EQ(form.rows.FirstVisibleEntry(), first) << row;
-    }
-    form.rows.Remove(1);
-    EXPECT_EQ(form.rows.FirstVisibleEntry(), 68U) << "the last row stays at the bottom";
-    form.rows.Clear();
-    Fill(form.rows, 1);
-    EXPECT_EQ(form.rows.FirstVisibleEntry(), 1U);
-}
-
-TEST(ListRows, ClearingTakesTheFocusAndTheNextRowGetsIt)
-{
-    ListForm form;
-    Fill(form.rows, 3);
-    form.rows.Mark(3);
-    form.rows.Clear();
-    EXPECT_EQ(form.rows.SelectedEntry(), 0U);
-    Fill(form.rows, 2);
-    EXPECT_EQ(form.rows.SelectedEntry(), 1U);
-    EXPECT_EQ(Texts(form.rows), "1 2 ");
-}
-
-TEST(ListRows, RowsOutsideTheListAreAnErrorAndChangeNothing)
-{
-    ListForm form;
-    Fill(form.rows, 2);
     int changes = 0;
-    form.rows.Changed = [&] { ++changes; };
-    for (const std::size_t row : {std::size_t{0}, std::size_t{3}}) {
-        EXPECT_THROW(form.rows.Row(row), std::out_of_range);
-        EXPECT_THROW(form.rows.SetRow(row, {}), std::out_of_range);
-        EXPECT_THROW(form.rows.EnsureVisible(row), std::out_of_range);
-        EXPECT_THROW(form.rows.SwapContent(1, row), std::out_of_range);
-        EXPECT_THROW(form.rows.Remove(row), std::out_of_range);
-        EXPECT_THROW(form.rows.Mark(row), std::out_of_range);
-        EXPECT_THROW(form.rows.IsMarked(row), std::out_of_range);
+    m_rows.Changed = [&] { ++changes; };
+    m_rows.Clear();
+    m_rows.DeselectAll();
+    EXPECT_EQ(changes, 0);
+    Fill(m_rows, 1);
+    for (int round = 0; round < 2; ++round) {
+        m_rows.Mark(1);
+        m_rows.SetRow(1, {.Text = "new", .Length = "", .Path = ""});
+        EXPECT_EQ(changes, 3);
     }
-    EXPECT_EQ(changes, 0);
-    EXPECT_EQ(Texts(form.rows), "1 2 ");
-}
-
-TEST(ListRows, TellsOfRealChangesOnly)
-{
-    ListForm form;
-    int changes = 0;
-    form.rows.Changed = [&] { ++changes; };
-    form.rows.Clear();
-    form.rows.DeselectAll();
-    EXPECT_EQ(changes, 0);
-    Fill(form.rows, 1);
-    form.rows.Mark(1);
-    form.rows.SetRow(1, {.Text = "new", .Length = "", .Path = ""});
+    for (const std::size_t row : {0U, 2U}) {
+        EXPECT_THROW(m_rows.Row(row), std::out_of_range);
+        EXPECT_THROW(m_rows.SetRow(row, {}), std::out_of_range);
+        EXPECT_THROW(m_rows.EnsureVisible(row), std::out_of_range);
+        EXPECT_THROW(m_rows.SwapContent(1, row), std::out_of_range);
+        EXPECT_THROW(m_rows.Remove(row), std::out_of_range);
+        EXPECT_THROW(m_rows.Mark(row), std::out_of_range);
+        EXPECT_THROW(m_rows.IsMarked(row), std::out_of_range);
+    }
     EXPECT_EQ(changes, 3);
-    form.rows.Mark(1);
-    form.rows.SetRow(1, {.Text = "new", .Length = "", .Path = ""});
-    EXPECT_EQ(changes, 3);
-    EXPECT_EQ(Texts(form.rows), "new* ");
+    EXPECT_EQ(Texts(), "new* ");
 }
 
 } // namespace

@@ -9,105 +9,77 @@
 namespace velmo::controls {
 namespace {
 
-class TimerForm final : public Form
-{
-public:
-    TimerForm()
-        : Form("timers", "", 1, 1, BorderStyle::None)
-    {
-        timer.Tick = [this] { ++ticks; };
-    }
-    Timer timer{*this, "timer", 100, true, TimerAccuracy::Precise};
-    Label notATimer{*this, "label", {}, ""};
-    Timer coarse{*this, "coarse", 10, false, TimerAccuracy::Coarse};
-    int ticks = 0;
-};
-
 class TimerBindingTest : public testing::Test
 {
 protected:
-    int TicksIn(int durationMs)
+    TimerBindingTest()
     {
-        form.ticks = 0;
-        clock.Advance(durationMs);
-        return form.ticks;
+        m_timer.Tick = [this] { ++m_ticks; };
     }
 
-    test::FakeTimers clock;
-    TimerForm form;
-    FormTimers timers{form, clock};
+    int TicksIn(int durationMs)
+    {
+        m_ticks = 0;
+        m_clock.Advance(durationMs);
+        return m_ticks;
+    }
+
+    int m_ticks = 0;
+    test::FakeTimers m_clock;
+    Form m_form{"timers", "", 1, 1, BorderStyle::None};
+    Timer m_timer{m_form, "timer", 100, true, TimerAccuracy::Precise};
+    Label m_label{m_form, "label", {}, "no timer"};
+    FormTimers m_timers{m_form, m_clock};
 };
 
-TEST_F(TimerBindingTest, TicksAtItsIntervalWhileEnabled)
+TEST_F(TimerBindingTest, TicksAtItsIntervalWhileEnabledAndNotAtRest)
 {
     EXPECT_EQ(TicksIn(350), 3);
-    form.timer.Enabled = false;
+    m_timer.ToolTipText = "x"; // none of its affairs
+    EXPECT_EQ(TicksIn(50), 1);
+    m_timer.Enabled = false;
     EXPECT_EQ(TicksIn(1000), 0);
-    form.timer.Enabled = true;
-    EXPECT_EQ(TicksIn(99), 0); // a whole interval from the moment it is enabled
+    m_timer.Enabled = true;
+    EXPECT_EQ(TicksIn(99), 0) << "a whole interval from the moment it is enabled";
     EXPECT_EQ(TicksIn(1), 1);
-    form.timer.Resting = true;
-    form.timer.Enabled = false;
-    form.timer.Enabled = true;
-    EXPECT_EQ(TicksIn(1000), 0) << "at rest it stays enabled and does not tick";
-    form.timer.Resting = false;
+    m_timer.Resting = true;
+    m_timer.Enabled = false;
+    m_timer.Enabled = true;
+    EXPECT_EQ(TicksIn(1000), 0);
+    m_timer.Resting = false;
     EXPECT_EQ(TicksIn(150), 1);
 }
 
-TEST_F(TimerBindingTest, NewIntervalStartsAnew)
+TEST_F(TimerBindingTest, NewIntervalStartsAnewAndIsNeverShorterThanTheLeastTime)
 {
     EXPECT_EQ(TicksIn(90), 0);
-    form.timer.Interval = 50;
+    m_timer.Interval = 50;
     EXPECT_EQ(TicksIn(49), 0);
     EXPECT_EQ(TicksIn(101), 3);
-}
-
-TEST_F(TimerBindingTest, IntervalsOfZeroOrBelowNeverTick)
-{
-    for (const int interval : {0, -1, -1000}) {
-        form.timer.Interval = interval;
-        EXPECT_EQ(TicksIn(2000), 0);
-        form.timer.Enabled = false;
-        form.timer.Enabled = true;
+    m_timer.LeastMs = 10;
+    EXPECT_EQ(TicksIn(100), 2) << "longer intervals stay";
+    m_timer.Interval = 1;
+    EXPECT_EQ(TicksIn(100), 10);
+    for (const int never : {0, -1}) {
+        m_timer.Interval = never;
+        m_timer.Enabled = false;
+        m_timer.Enabled = true;
         EXPECT_EQ(TicksIn(2000), 0);
     }
-    form.timer.Interval = 10;
-    EXPECT_EQ(TicksIn(20), 2);
-}
-
-TEST_F(TimerBindingTest, NoTickComesSoonerThanTheLeastTime)
-{
-    form.timer.LeastMs = 10;
-    EXPECT_EQ(TicksIn(300), 3) << "longer intervals stay";
-    form.timer.Interval = 1;
-    EXPECT_EQ(TicksIn(100), 10);
-    form.timer.Interval = 0;
-    EXPECT_EQ(TicksIn(100), 0);
-    form.timer.Interval = 1;
-    form.timer.LeastMs = 0;
+    m_timer.Interval = 1;
+    m_timer.LeastMs = 0;
     EXPECT_EQ(TicksIn(100), 100);
-}
-
-TEST_F(TimerBindingTest, OtherPropertiesDoNotDisturbTheInterval)
-{
-    EXPECT_EQ(TicksIn(60), 0);
-    form.timer.ToolTipText = "x";
-    form.timer.Interval = 100;
-    form.timer.Enabled = true;
-    EXPECT_EQ(TicksIn(40), 1);
 }
 
 TEST_F(TimerBindingTest, TickMayDisableItsTimerAndFailWithoutStoppingIt)
 {
-    int ticks = 0;
-    form.timer.Tick = [&] {
-        if (++ticks == 3)
-            form.timer.Enabled = false;
+    m_timer.Tick = [this] {
+        if (++m_ticks == 3)
+            m_timer.Enabled = false;
         throw std::runtime_error("tick");
     };
     testing::internal::CaptureStderr();
-    clock.Advance(1000);
-    EXPECT_EQ(ticks, 3);
+    EXPECT_EQ(TicksIn(1000), 3);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "velmo: tick\nvelmo: tick\nvelmo: tick\n");
 }
 

@@ -1,10 +1,59 @@
 #pragma once
 
-#include "ui/SmallForm.h"
+#include "qt/FormView.h"
 
+#include <QApplication>
+#include <QTest>
+#include <QWindow>
+
+#include <map>
 #include <stdexcept>
+#include <string>
+#include <vector>
 
 namespace velmo::test {
+
+/// Serves events until `condition` holds; false if it did not come in five seconds.
+template<class Condition>
+[[nodiscard]] bool WaitUntil(Condition condition)
+{
+    return QTest::qWaitFor(condition, 5000);
+}
+
+/// Serves every event that waits, also those that come of it.
+inline void ServeEvents()
+{
+    for (int turn = 0; turn < 5; ++turn) {
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents();
+    }
+}
+
+/// A widget of the view by its control's name; fails the test if there is none.
+inline QWidget& Find(const QWidget& view, const char* name)
+{
+    auto* widget = view.findChild<QWidget*>(QString::fromUtf8(name), Qt::FindDirectChildrenOnly);
+    if (widget == nullptr)
+        throw std::runtime_error(std::string("no widget ") + name);
+    return *widget;
+}
+
+/// Counts the paint events of each widget, by object name, while it lives.
+class PaintCounter final : public QObject
+{
+public:
+    PaintCounter() { qApp->installEventFilter(this); }
+
+    std::map<std::string, int> counts;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint && watched->isWidgetType())
+            ++counts[watched->objectName().toStdString()];
+        return false;
+    }
+};
 
 /// A form and its window, shown with its text.
 template<class FormType>
@@ -12,10 +61,10 @@ struct ShownView
 {
     ShownView()
     {
-        PaintCounter paints;
         form.Show();
-        if (!WaitUntil([&] { return paints.Count(form.Name) >= 1 && view.isActiveWindow(); }))
-            throw std::runtime_error("the form was not painted");
+        if (!WaitUntil([&] { return view.isActiveWindow() && view.windowHandle()->isExposed(); }))
+            throw std::runtime_error("the form was not shown");
+        form.RepaintNow();
         ServeEvents();
     }
 

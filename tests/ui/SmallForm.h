@@ -3,13 +3,7 @@
 #include "controls/Controls.h"
 #include "controls/Form.h"
 #include "controls/Picture.h"
-#include "qt/FormView.h"
-
-#include <QApplication>
-#include <QTest>
-
-#include <map>
-#include <string>
+#include "ui/ShownView.h"
 
 namespace velmo::test {
 
@@ -17,7 +11,19 @@ namespace velmo::test {
 class SmallForm final : public controls::Form
 {
 public:
-    SmallForm();
+    SmallForm()
+        : Form("SmallForm", "Small form", 3000, 1500, controls::BorderStyle::None)
+        , lblTime(*this, "lblTime", {150, 150, 900, 300}, "00:00")
+        , lblSong(*this, "lblSong", {1200, 150, 1500, 300}, "Song")
+        , imgBar(*this, "imgBar", {150, 600, 2700, 150})
+        , imgKnob(*this, "imgKnob", {150, 600, 300, 150})
+        , imgArea(*this, "imgArea", {150, 900, 150, 150})
+        , txtNote(*this, "txtNote", {1200, 900, 900, 450})
+        , picSound(*this, "picSound", {450, 900, 150, 150})
+        , tmrTick(*this, "tmrTick", 1000, false, controls::TimerAccuracy::Coarse)
+    {
+        imgKnob.SlideOn(imgBar);
+    }
 
     controls::Label lblTime;
     controls::Label lblSong;
@@ -29,47 +35,6 @@ public:
     controls::Timer tmrTick;
 };
 
-/// Counts the paint events of each widget, by object name, while it lives.
-class PaintCounter final : public QObject
-{
-public:
-    PaintCounter();
-    ~PaintCounter() override;
-    PaintCounter(const PaintCounter&) = delete;
-    PaintCounter& operator=(const PaintCounter&) = delete;
-
-    int Count(const std::string& name) const;
-    /// The names of all widgets that were painted.
-    std::vector<std::string> Painted() const;
-    void Reset();
-
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
-private:
-    std::map<std::string, int> m_counts;
-};
-
-/// Serves events until `condition` holds; false if it did not come in five seconds.
-template<class Condition>
-[[nodiscard]] bool WaitUntil(Condition condition)
-{
-    return QTest::qWaitFor(condition, 5000);
-}
-
-/// Serves every event that waits, also those that come of it.
-void ServeEvents();
-
-/// A widget of the view by its control's name; fails the test if there is none.
-QWidget& Find(const QWidget& view, const char* name);
-
-/// A shown form with its text on the screen.
-struct ShownForm
-{
-    ShownForm();
-
-    SmallForm form;
-    qt::FormView view{form};
-};
+using ShownForm = ShownView<SmallForm>;
 
 } // namespace velmo::test

@@ -111,66 +111,51 @@ TEST_F(LivePicture, EachViewAsksTheLibraryForWhatItDraws)
 
 TEST(SpectrumPalette, RunsByItsColourThenTheSameForAll)
 {
-    const struct
-    {
-        const char* colour;
-        std::uint32_t entry1;
-        std::uint32_t entry127;
-    } cases[] = {
-        {"GREEN",  0x02FD00, 0xFE0100},
-        {"red",    0xFD0200, 0x01FE00},
-        {"Blue",   0x0200FD, 0xFE0001},
-        {"purple", 0,        0       },
-    };
-    for (const auto& c : cases) {
-        const BitmapInfo info = MakeBitmapInfo(100, 28, c.colour);
-        EXPECT_EQ(info.biHeight, 280);
-        const controls::Palette& colours = info.bmiColors;
+    const auto expect = [](const char* colour, std::uint32_t entry1, std::uint32_t entry127) {
+        const controls::Palette colours = MakeBitmapInfo(100, 28, colour).bmiColors;
         EXPECT_EQ(colours[0], 0U);
-        EXPECT_EQ(colours[1], c.entry1) << c.colour;
-        EXPECT_EQ(colours[127], c.entry127) << c.colour;
-        const std::pair<std::size_t, std::uint32_t> shared[] = {
-            {128, 0       },
-            {159, 0x0000F8},
-            {160, 0x0000FF},
-            {191, 0xF800FF},
-            {192, 0xFF00F8},
-            {223, 0xFFF800},
-            {224, 0xFFFF00},
-            {255, 0xFFFFF8},
-        };
-        for (const auto& [entry, colour] : shared)
-            EXPECT_EQ(colours[entry], colour) << entry;
-    }
+        EXPECT_EQ(colours[1], entry1) << colour;
+        EXPECT_EQ(colours[127], entry127) << colour;
+        std::vector<std::uint32_t> ends;
+        for (const std::size_t entry : {128, 159, 160, 191, 192, 223, 224, 255})
+            ends.push_back(colours[entry]);
+        EXPECT_THAT(ends,
+                    ElementsAre(0, 0xF8, 0xFF, 0xF800FF, 0xFF00F8, 0xFFF800, 0xFFFF00, 0xFFFFF8));
+    };
+    expect("GREEN", 0x02FD00, 0xFE0100);
+    expect("red", 0xFD0200, 0x01FE00);
+    expect("Blue", 0x0200FD, 0xFE0001);
+    expect("purple", 0, 0);
+    EXPECT_EQ(MakeBitmapInfo(100, 28, "").biHeight, 280);
 }
 
 TEST_F(LivePicture, TheStartReadsViewAndRate)
 {
-    const struct
-    {
-        const char* mode;
-        const char* style;
-        const char* rate;
-        std::int32_t view;
-        int intervalMs;
-    } cases[] = {
-        {"",             "",             "",      1, 25        }, // the defaults
-        {"SPECTRUM",     "Smooth",       "60",    0, 16        },
-        {"Spectrum",     "Smooth&Small", "1000",  2, 1         },
-        {"Spectrum",     "other",        "1001",  0, 0         },
-        {"Oscilloscope", "Linear",       "0",     3, 25        },
-        {"Waveform",     "Linear",       "-1",    0, 25        },
-        {"None",         "",             "text",  4, 25        },
-        {"Wave",         "",             "1e-30", 0, 2147483647},
-    };
-    for (const auto& c : cases) {
-        Set("Mode", c.mode);
-        Set("SpectrumStyle", c.style);
-        Set("RefreshRateFPS", c.rate);
+    const auto expectView = [&](const char* mode, const char* style, std::int32_t view) {
+        Set("Mode", mode);
+        Set("SpectrumStyle", style);
         m_player.spectrum.ReadSettings();
-        EXPECT_EQ(m_player.spectrum.VisMode(), c.view) << c.mode;
-        EXPECT_EQ(m_player.wmain.tmrSpectrum.Interval, c.intervalMs) << c.rate;
-    }
+        EXPECT_EQ(m_player.spectrum.VisMode(), view) << mode;
+    };
+    expectView("", "", 1);
+    expectView("SPECTRUM", "Smooth", 0);
+    expectView("Spectrum", "Smooth&Small", 2);
+    expectView("Spectrum", "other", 0);
+    expectView("Oscilloscope", "Linear", 3);
+    expectView("Waveform", "Linear", 0);
+    expectView("None", "", 4);
+    const auto expectInterval = [&](const char* rate, int intervalMs) {
+        Set("RefreshRateFPS", rate);
+        m_player.spectrum.ReadSettings();
+        EXPECT_EQ(m_player.wmain.tmrSpectrum.Interval, intervalMs) << rate;
+    };
+    expectInterval("", 25);
+    expectInterval("60", 16);
+    expectInterval("1001", 0);
+    expectInterval("0", 25);
+    expectInterval("-1", 25);
+    expectInterval("text", 25);
+    expectInterval("1e-30", 2147483647);
 }
 
 TEST_F(LivePicture, ALeftClickGoesToTheNextViewAndSavesIt)
@@ -180,29 +165,21 @@ TEST_F(LivePicture, ALeftClickGoesToTheNextViewAndSavesIt)
     m_player.spectrum.ReadSettings();
     m_player.spectrum.picVisualisation_MouseUp({.button = controls::MouseButton::Right});
     EXPECT_EQ(m_player.spectrum.VisMode(), 1);
-    const struct
-    {
-        std::int32_t view;
-        const char* mode;
-        const char* style;
-        int intervalMs;
-        int leastMs;
-    } cases[] = {
-        {2, "Oscilloscope", "-",      25, 0 },
-        {3, "Waveform",     "-",      25, 0 },
-        {4, "None",         "-",      25, 0 },
-        {0, "Spectrum",     "Smooth", 1,  10},
-        {1, "Spectrum",     "Linear", 25, 0 },
-        {2, "Oscilloscope", "Linear", 25, 0 },
-    };
-    for (const auto& c : cases) {
-        m_player.spectrum.picVisualisation_MouseUp({.button = controls::MouseButton::Left});
-        EXPECT_EQ(m_player.spectrum.VisMode(), c.view);
-        EXPECT_EQ(Get("Mode"), c.mode);
-        EXPECT_EQ(Get("SpectrumStyle"), c.style);
-        EXPECT_EQ(m_player.wmain.tmrSpectrum.Interval, c.intervalMs);
-        EXPECT_EQ(m_player.wmain.tmrSpectrum.LeastMs, c.leastMs);
-    }
+    const auto expect =
+        [&](std::int32_t view, const char* mode, const char* style, int intervalMs, int leastMs) {
+            m_player.spectrum.picVisualisation_MouseUp({.button = controls::MouseButton::Left});
+            EXPECT_EQ(m_player.spectrum.VisMode(), view);
+            EXPECT_EQ(Get("Mode"), mode);
+            EXPECT_EQ(Get("SpectrumStyle"), style);
+            EXPECT_EQ(m_player.wmain.tmrSpectrum.Interval, intervalMs);
+            EXPECT_EQ(m_player.wmain.tmrSpectrum.LeastMs, leastMs);
+        };
+    expect(2, "Oscilloscope", "-", 25, 0);
+    expect(3, "Waveform", "-", 25, 0);
+    expect(4, "None", "-", 25, 0);
+    expect(0, "Spectrum", "Smooth", 1, 10);
+    expect(1, "Spectrum", "Linear", 25, 0);
+    expect(2, "Oscilloscope", "Linear", 25, 0);
     // The history begins anew, on black.
     m_player.spectrum.DrawVisualisationFrame();
     m_player.spectrum.DrawVisualisationFrame();
@@ -215,25 +192,18 @@ TEST_F(LivePicture, ALeftClickGoesToTheNextViewAndSavesIt)
 
 TEST_F(LivePicture, AMinimisedWindowStopsItAtOnceIfTheSettingsWantThat)
 {
-    const struct
-    {
-        const char* setting;
-        controls::WindowState state;
-        bool before;
-        bool after;
-    } cases[] = {
-        {"",      controls::WindowState::Minimized, true,  false},
-        {"TRUE",  controls::WindowState::Minimized, true,  false},
-        {"False", controls::WindowState::Minimized, true,  true },
-        {"True",  controls::WindowState::Normal,    false, true },
-    };
-    for (const auto& c : cases) {
-        Set("DisableVisOnMin", c.setting);
-        m_player.wmain.tmrSpectrum.Enabled = c.before;
-        m_player.wmain.State = c.state;
+    using controls::WindowState;
+    const auto runsAfter = [&](const char* setting, WindowState state) {
+        Set("DisableVisOnMin", setting);
+        m_player.wmain.tmrSpectrum.Enabled = state == WindowState::Minimized;
+        m_player.wmain.State = state;
         m_player.spectrum.wmain_Resize();
-        EXPECT_EQ(m_player.wmain.tmrSpectrum.Enabled, c.after) << c.setting;
-    }
+        return m_player.wmain.tmrSpectrum.Enabled.Get();
+    };
+    EXPECT_FALSE(runsAfter("", WindowState::Minimized));
+    EXPECT_FALSE(runsAfter("TRUE", WindowState::Minimized));
+    EXPECT_TRUE(runsAfter("False", WindowState::Minimized));
+    EXPECT_TRUE(runsAfter("True", WindowState::Normal));
 }
 
 TEST_F(LivePicture, TimerRestsWhileNoSoundMovesItAndWakesWithTheSound)

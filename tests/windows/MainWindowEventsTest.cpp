@@ -17,7 +17,13 @@ constexpr MouseEvent Right{.button = MouseButton::Right, .shift = 0, .x = 10, .y
 class MainWindowUnderTheMouse : public ::testing::Test
 {
 protected:
-    MainWindowUnderTheMouse() { m_player.AddSound("/m/a.mp3", {.seconds = 100}); }
+    MainWindowUnderTheMouse()
+    {
+        m_player.AddSound("/m/a.mp3", {.seconds = 100});
+        for (controls::Control* control : m_form.Controls())
+            if (auto* image = dynamic_cast<Image*>(control); image && image->States.normal)
+                m_images.push_back(image);
+    }
 
     static bool ShowsNormal(const Image& image)
     {
@@ -32,65 +38,44 @@ protected:
     test::FakePlayer m_player;
     forms::wmain& m_form = m_player.wmain;
     test::FakeMainWindow m_fakes{m_player};
-    std::vector<Image*> m_transport{&m_form.imgBack,
-                                    &m_form.imgPlay,
-                                    &m_form.imgPause,
-                                    &m_form.imgStop,
-                                    &m_form.imgOpen,
-                                    &m_form.imgNext,
-                                    &m_form.imgK};
-    std::vector<Image*> m_windows{&m_form.imgShowPL,
-                                  &m_form.imgShowListMgr,
-                                  &m_form.imgShowDJ,
-                                  &m_form.imgShowFX,
-                                  &m_form.imgShowOptions};
-    std::vector<Image*> m_others{&m_form.imgClose,
-                                 &m_form.imgControl,
-                                 &m_form.imgMinimize,
-                                 &m_form.imgSoundVolume,
-                                 &m_form.imgVolumeBar,
-                                 &m_form.imgVolumeTicker,
-                                 &m_form.imgPositionTicker};
-    const std::vector<std::vector<Image*>> m_groups{m_transport, m_windows, m_others};
+    std::vector<Image*> m_images; ///< those that change under the mouse
 };
 
 TEST_F(MainWindowUnderTheMouse, OnePictureOfARowStandsLitUntilTheGroundIsTouched)
 {
-    for (const auto& row : {m_transport, m_windows})
-        for (Image* lit : row) {
-            lit->MouseMove(Left);
-            for (const Image* image : row)
-                EXPECT_EQ(ShowsHover(*image), image == lit) << image->Name;
-        }
-    m_form.imgClose.MouseMove(Left);
-    EXPECT_TRUE(ShowsHover(*m_windows.back())) << "what stands outside the row lets it be";
+    for (const Image* image : m_images)
+        image->MouseMove(Left);
+    std::string lit;
+    for (const Image* image : m_images)
+        lit += ShowsHover(*image) ? image->Name + " " : "";
+    EXPECT_EQ(lit,
+              "imgControl imgMinimize imgClose imgPositionTicker imgK imgVolumeBar "
+              "imgVolumeTicker imgShowOptions ")
+        << "the last one of either row, and what stands alone";
     for (const auto* ground :
          {&m_form.MouseMove, &m_form.lblBlackBG1.MouseMove, &m_form.lblBlackBG2.MouseMove}) {
-        for (const auto& group : m_groups)
-            for (Image* image : group)
-                image->MouseMove(Left);
+        for (const Image* image : m_images)
+            image->MouseMove(Left);
         (*ground)(Left);
-        for (const auto& group : m_groups)
-            for (const Image* image : group)
-                EXPECT_TRUE(ShowsNormal(*image)) << image->Name;
+        for (const Image* image : m_images)
+            EXPECT_TRUE(ShowsNormal(*image)) << image->Name;
     }
 }
 
 TEST_F(MainWindowUnderTheMouse, APressShowsThePressedPictureByTheLeftButtonMostly)
 {
     m_player.tracks.PlayTrack("/m/a.mp3");
-    for (const auto& group : m_groups)
-        for (Image* image : group) {
-            image->MouseDown(Right);
-            const bool byAny = &group == &m_groups[1] && image != &m_form.imgShowListMgr;
-            EXPECT_EQ(ShowsPressed(*image), byAny) << image->Name;
-            image->MouseDown(Left);
-            EXPECT_TRUE(ShowsPressed(*image)) << image->Name;
-            if (image == &m_form.imgOpen)
-                continue;
-            image->MouseUp(MouseEvent{.button = MouseButton::Middle});
-            EXPECT_TRUE(ShowsNormal(*image)) << image->Name;
-        }
+    std::string byAny;
+    for (const Image* image : m_images) {
+        image->MouseDown(Right);
+        if (ShowsPressed(*image))
+            byAny += image->Name + " ";
+        image->MouseDown(Left);
+        EXPECT_TRUE(ShowsPressed(*image)) << image->Name;
+        image->MouseUp({.button = MouseButton::Middle});
+        EXPECT_EQ(ShowsNormal(*image), image != &m_form.imgOpen) << image->Name;
+    }
+    EXPECT_EQ(byAny, "imgShowPL imgShowFX imgShowDJ imgShowOptions ");
     m_player.transport.Stop();
     m_form.imgPause.MouseDown(Left);
     EXPECT_TRUE(ShowsNormal(m_form.imgPause)) << "nothing plays";
@@ -98,7 +83,6 @@ TEST_F(MainWindowUnderTheMouse, APressShowsThePressedPictureByTheLeftButtonMostl
 
 TEST_F(MainWindowUnderTheMouse, OpenLooksLikeItsNeighbourUntilAnotherPictureIsTouched)
 {
-    m_form.imgOpen.MouseMove(Left);
     m_form.imgOpen.MouseDown(Left);
     m_form.imgOpen.MouseUp(Left);
     EXPECT_EQ(m_player.dialogs.fileDialogs.size(), 1U);
@@ -113,10 +97,14 @@ TEST_F(MainWindowUnderTheMouse, ASliderThatIsDraggedKeepsItsPictures)
     m_player.tracks.PlayTrack("/m/a.mp3");
     m_form.imgVolumeTicker.MouseDown(Left);
     m_form.imgPositionTicker.MouseDown(Left);
-    for (Image* image : {&m_form.imgVolumeTicker, &m_form.imgPositionTicker})
-        image->MouseMove(Left);
-    m_form.imgVolumeBar.MouseMove(Left);
-    m_form.imgPositionBar.MouseMove(Left);
+    const auto moveOverAll = [&] {
+        m_form.imgVolumeTicker.MouseMove(Left);
+        m_form.imgSoundVolume.MouseMove(Left);
+        m_form.imgVolumeBar.MouseMove(Left);
+        m_form.imgPositionTicker.MouseMove(Left);
+        m_form.imgPositionBar.MouseMove(Left);
+    };
+    moveOverAll();
     m_form.MouseMove(Left);
     EXPECT_TRUE(ShowsPressed(m_form.imgVolumeTicker));
     EXPECT_TRUE(ShowsPressed(m_form.imgPositionTicker));
@@ -124,10 +112,7 @@ TEST_F(MainWindowUnderTheMouse, ASliderThatIsDraggedKeepsItsPictures)
 
     m_form.imgVolumeTicker.MouseUp(Left);
     m_form.imgPositionTicker.MouseUp(Left);
-    m_form.imgVolumeTicker.MouseMove(Left);
-    m_form.imgSoundVolume.MouseMove(Left);
-    m_form.imgVolumeBar.MouseMove(Left);
-    m_form.imgPositionBar.MouseMove(Left);
+    moveOverAll();
     EXPECT_TRUE(ShowsHover(m_form.imgVolumeBar));
     EXPECT_TRUE(ShowsNormal(m_form.imgVolumeTicker));
     EXPECT_TRUE(ShowsNormal(m_form.imgSoundVolume));
@@ -148,47 +133,38 @@ TEST_F(MainWindowUnderTheMouse, MenusOpenAtTheWindowsCornerOrThatOfABox)
     for (controls::Menu* menu :
          {&m_fakes.resources.Menu1, &m_fakes.resources.Menu3, &m_fakes.resources.Menu4})
         menu->PopUp = [&opened, menu](double left, double top) {
-            opened = menu->Name + " " + std::to_string(static_cast<int>(left)) + " "
-                     + std::to_string(static_cast<int>(top));
+            opened = menu->Name + " " + std::to_string(std::lround(left)) + " "
+                     + std::to_string(std::lround(top));
         };
     m_form.Left = 1000;
     m_form.Top = 2000;
-    const struct
-    {
-        const std::function<void(const MouseEvent&)>& release;
-        const char* byRight;
-        const char* byLeft;
-    } cases[] = {
-        {m_form.MouseUp,                   "Menu1 1000 2000", ""               },
-        {m_form.lblBlackBG1.MouseUp,       "Menu1 1000 2000", ""               },
-        {m_form.lblBlackBG2.MouseUp,       "Menu1 1000 2000", ""               },
-        {m_form.lblSongName.MouseUp,       "Menu1 1000 2000", ""               },
-        {m_form.imgPositionBar.MouseUp,    "Menu1 1000 2000", ""               },
-        {m_form.imgPositionTicker.MouseUp, "Menu1 1000 2000", ""               },
-        {m_form.imgControl.MouseUp,        "",                "Menu1 1000 2000"},
-        {m_form.lblTime.MouseUp,           "Menu3 1000 2000", ""               },
-        {m_form.picVisualisation.MouseUp,  "Menu3 1240 2570", ""               },
-        {m_form.imgSoundVolume.MouseUp,    "Menu4 1000 2000", ""               },
-        {m_form.imgVolumeBar.MouseUp,      "Menu4 1000 2000", ""               },
-        {m_form.imgVolumeTicker.MouseUp,   "Menu4 1000 2000", ""               },
+    const auto expect = [&](const auto& control, const char* byRight, const char* byLeft) {
+        opened.clear();
+        control.MouseUp(Right);
+        EXPECT_EQ(opened, byRight);
+        opened.clear();
+        control.MouseUp(Left);
+        EXPECT_EQ(opened, byLeft) << byRight;
     };
-    for (const auto& c : cases) {
-        opened.clear();
-        c.release(Right);
-        EXPECT_EQ(opened, c.byRight);
-        opened.clear();
-        c.release(Left);
-        EXPECT_EQ(opened, c.byLeft) << c.byRight;
-    }
+    expect(m_form, "Menu1 1000 2000", "");
+    expect(m_form.lblBlackBG1, "Menu1 1000 2000", "");
+    expect(m_form.lblBlackBG2, "Menu1 1000 2000", "");
+    expect(m_form.lblSongName, "Menu1 1000 2000", "");
+    expect(m_form.imgPositionBar, "Menu1 1000 2000", "");
+    expect(m_form.imgPositionTicker, "Menu1 1000 2000", "");
+    expect(m_form.imgControl, "", "Menu1 1000 2000");
+    expect(m_form.lblTime, "Menu3 1000 2000", "");
+    expect(m_form.picVisualisation, "Menu3 1240 2570", "");
+    expect(m_form.imgSoundVolume, "Menu4 1000 2000", "");
+    expect(m_form.imgVolumeBar, "Menu4 1000 2000", "");
+    expect(m_form.imgVolumeTicker, "Menu4 1000 2000", "");
     EXPECT_EQ(m_fakes.mixerProgram.started, 1) << "the left button on the volume's key";
 }
 
-TEST_F(MainWindowUnderTheMouse, TheWindowIsDraggedByItsGroundAndEndsByItsKey)
+TEST_F(MainWindowUnderTheMouse, TheWindowIsDraggedByItsGroundAndItsText)
 {
     int drags = 0;
-    int exits = 0;
     m_form.BeginDrag = [&] { ++drags; };
-    m_fakes.calls.ExitProgram = [&] { ++exits; };
     for (const auto* ground : {&m_form.MouseDown,
                                &m_form.lblBlackBG1.MouseDown,
                                &m_form.lblBlackBG2.MouseDown,
@@ -198,55 +174,40 @@ TEST_F(MainWindowUnderTheMouse, TheWindowIsDraggedByItsGroundAndEndsByItsKey)
         (*ground)(Right);
     }
     EXPECT_EQ(drags, 5);
-    EXPECT_FALSE(m_player.state.TimeElapsedMode);
-
-    m_form.imgClose.MouseUp({.button = MouseButton::Left, .shift = 0, .x = 196, .y = 10});
-    EXPECT_EQ(exits, 0);
-    m_form.imgClose.MouseUp(Left);
-    EXPECT_EQ(exits, 1);
-    m_form.imgShowDJ.MouseUp(Left); // no such window
-    m_fakes.calls.ShowDj = [&] { ++exits; };
-    m_form.imgShowDJ.MouseUp(Right);
-    EXPECT_EQ(exits, 2);
 }
 
 TEST_F(MainWindowUnderTheMouse, AlwaysOnTopIsForTheWindowsThatAreThere)
 {
     m_form.Loaded = true;
     m_player.playlist.Visible = true;
-    const auto states = [&] {
-        return std::vector<bool>{
-            m_form.AlwaysOnTop, m_player.playlist.AlwaysOnTop, m_player.errMGR.AlwaysOnTop};
-    };
-    m_fakes.resources.submnuAlwaysOnTop.Click();
-    EXPECT_THAT(states(), ::testing::ElementsAre(true, true, false));
-    EXPECT_TRUE(m_fakes.resources.submnuAlwaysOnTop.Checked);
-    EXPECT_EQ(m_player.settings.ReadSetting("Options", "AlwaysOnTop", ""), "True");
-    m_fakes.resources.submnuAlwaysOnTop.Click();
-    EXPECT_THAT(states(), ::testing::ElementsAre(false, false, false));
-    EXPECT_EQ(m_player.settings.ReadSetting("Options", "AlwaysOnTop", ""), "False");
+    for (const bool on : {true, false}) {
+        m_fakes.resources.submnuAlwaysOnTop.Click();
+        EXPECT_EQ(m_form.AlwaysOnTop, on);
+        EXPECT_EQ(m_player.playlist.AlwaysOnTop, on);
+        EXPECT_FALSE(m_player.errMGR.AlwaysOnTop);
+        EXPECT_EQ(m_fakes.resources.submnuAlwaysOnTop.Checked, on);
+        EXPECT_EQ(m_player.settings.ReadSetting("Options", "AlwaysOnTop", ""),
+                  on ? "True" : "False");
+    }
 }
 
 TEST_F(MainWindowUnderTheMouse, OnlyEntriesThatDoSomethingCanBeChosen)
 {
-    m_fakes.calls.ShowSinfo = [] {};
+    std::string called;
+    m_form.imgShowDJ.MouseUp(Left); // no such window
+    m_fakes.calls.ShowDj = [&] { called += "dj "; };
+    m_form.imgShowDJ.MouseUp(Right);
+    m_fakes.calls.ShowSinfo = [&] { called += "info"; };
     m_fakes.menus.Bind();
     EnableBoundEntries(m_fakes.resources);
     const forms::frmResources& menus = m_fakes.resources;
-    for (const auto* entry : {&menus.submnuPlayFile,
-                              &menus.submnuComponents,
-                              &menus.submnuShowEq,
-                              &menus.submnuStreamInformation,
-                              &menus.STMin})
+    for (const auto* entry :
+         {&menus.submnuPlayFile, &menus.submnuComponents, &menus.submnuStreamInformation})
         EXPECT_TRUE(entry->Enabled) << entry->Name;
     for (const auto* entry : {&menus.submnuAbout, &menus.submnuControlCenter, &menus.submnuFind})
         EXPECT_FALSE(entry->Enabled) << entry->Name;
-    menus.STMin.Click();
-    EXPECT_EQ(m_form.State.Get(), controls::WindowState::Minimized);
-    menus.STMax.Click();
-    EXPECT_EQ(m_form.State.Get(), controls::WindowState::Normal);
-    menus.submnuTimeMode.Click();
-    EXPECT_EQ(m_player.settings.ReadSetting("RTM", "TimeMode", ""), "False");
+    menus.submnuStreamInformation.Click();
+    EXPECT_EQ(called, "dj info");
 }
 
 } // namespace

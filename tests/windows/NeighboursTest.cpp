@@ -13,10 +13,6 @@ protected:
     {
         m_form.Left = 1500;
         m_form.Top = 3000;
-    }
-
-    void Load()
-    {
         m_fakes.neighbours.Load();
         m_fakes.gluings = 0;
     }
@@ -27,16 +23,23 @@ protected:
         EXPECT_EQ(lower.Left, upper.Left.Get());
     }
 
-    void ExpectNoted(const char* key, const controls::Form& form, const controls::MenuEntry& mark)
+    /// Presses the key; the form is to be shown or hidden by that, and settings and menu to know.
+    void Press(const controls::Image& image,
+               const controls::Form& form,
+               const char* key,
+               const controls::MenuEntry& mark)
     {
-        EXPECT_EQ(m_player.settings.ReadSetting("RTM", key, ""), form.Visible ? "True" : "False");
-        EXPECT_EQ(mark.Checked, form.Visible);
+        const bool before = form.Visible;
+        EXPECT_EQ(mark.Checked, before);
+        image.MouseUp({.button = controls::MouseButton::Left});
+        EXPECT_NE(form.Visible, before);
+        EXPECT_EQ(m_player.settings.ReadSetting("RTM", key, ""), before ? "False" : "True");
+        EXPECT_NE(mark.Checked, before);
     }
-
-    void PressShowFX() const { m_form.imgShowFX.MouseUp({.button = controls::MouseButton::Left}); }
-    void PressShowListMgr() const
+    void PressShowFX() { Press(m_form.imgShowFX, m_fX, "ShowFX", m_menus.submnuShowEq); }
+    void PressShowListMgr()
     {
-        m_form.imgShowListMgr.MouseUp({.button = controls::MouseButton::Left});
+        Press(m_form.imgShowListMgr, m_manager, "ShowPLMGR", m_menus.submnuShowPlaylistManager);
     }
 
     test::FakePlayer m_player;
@@ -44,28 +47,19 @@ protected:
     forms::fX& m_fX = m_player.fX;
     test::FakeMainWindow m_fakes{m_player};
     forms::frmListMGR& m_manager = m_fakes.frmListMGR;
+    const forms::frmResources& m_menus = m_fakes.resources;
 };
 
-TEST_F(NeighboursTest, TheLoadPlacesThemRoundTheMainWindow)
+TEST_F(NeighboursTest, AHiddenEqualizerLeavesNoGapAtTheLoad)
 {
-    Load();
-    EXPECT_TRUE(m_player.playlist.Visible && m_fX.Visible && m_manager.Visible);
-    EXPECT_TRUE(m_fakes.resources.submnuShowPlaylist.Checked);
-    EXPECT_EQ(m_player.playlist.Left, 1500 + 3975);
-    EXPECT_EQ(m_player.playlist.Top, 3000);
-    ExpectBelow(m_form, m_fX);
-    ExpectBelow(m_fX, m_manager);
-
     m_player.settings.WriteSetting("RTM", "ShowFX", "False");
-    Load();
+    m_fakes.neighbours.Load();
     EXPECT_FALSE(m_fX.Visible);
-    EXPECT_FALSE(m_fakes.resources.submnuShowEq.Checked);
     ExpectBelow(m_form, m_manager);
 }
 
 TEST_F(NeighboursTest, WhenTheWindowIsBackTheyReturnUnlessTheyAreNotSticky)
 {
-    Load();
     const auto comeBack = [&] {
         m_player.playlist.Left = 0;
         m_form.State = controls::WindowState::Minimized;
@@ -76,7 +70,6 @@ TEST_F(NeighboursTest, WhenTheWindowIsBackTheyReturnUnlessTheyAreNotSticky)
     };
     comeBack();
     EXPECT_EQ(m_player.playlist.Left, 1500 + 3975);
-    EXPECT_EQ(m_fakes.gluings, 1);
     m_player.settings.WriteSetting("Display", "StickyWindows", "False");
     comeBack();
     EXPECT_EQ(m_player.playlist.Left, 0);
@@ -85,18 +78,20 @@ TEST_F(NeighboursTest, WhenTheWindowIsBackTheyReturnUnlessTheyAreNotSticky)
 
 TEST_F(NeighboursTest, TheEqualizerComesBetweenAndLetsTheManagerMoveUp)
 {
-    Load();
     PressShowFX();
-    EXPECT_FALSE(m_fX.Visible);
-    ExpectNoted("ShowFX", m_fX, m_fakes.resources.submnuShowEq);
     ExpectBelow(m_form, m_manager);
     PressShowFX();
-    EXPECT_TRUE(m_fX.Visible);
-    ExpectNoted("ShowFX", m_fX, m_fakes.resources.submnuShowEq);
     ExpectBelow(m_form, m_fX);
     ExpectBelow(m_fX, m_manager);
+    EXPECT_EQ(m_fakes.gluings, 2);
 
-    // A manager that stands elsewhere stays there.
+    // A manager that stands elsewhere stays there, also with the equalizer.
+    const double top = m_manager.Top + 30;
+    m_fX.Top = m_fX.Top + 30;
+    m_manager.Top = top;
+    PressShowFX();
+    EXPECT_EQ(m_manager.Top, top);
+    PressShowFX();
     m_manager.Left = 9000;
     m_manager.Top = 9000;
     PressShowFX();
@@ -108,13 +103,9 @@ TEST_F(NeighboursTest, TheEqualizerComesBetweenAndLetsTheManagerMoveUp)
 
 TEST_F(NeighboursTest, TheManagerGoesBelowTheLowestThatIsShown)
 {
-    Load();
     PressShowListMgr();
-    EXPECT_FALSE(m_manager.Visible);
-    ExpectNoted("ShowPLMGR", m_manager, m_fakes.resources.submnuShowPlaylistManager);
     m_manager.Left = 0;
     PressShowListMgr();
-    ExpectNoted("ShowPLMGR", m_manager, m_fakes.resources.submnuShowPlaylistManager);
     ExpectBelow(m_fX, m_manager);
     m_fX.Top = m_fX.Top + 15;
     PressShowListMgr();
@@ -122,41 +113,30 @@ TEST_F(NeighboursTest, TheManagerGoesBelowTheLowestThatIsShown)
     ExpectBelow(m_form, m_manager);
     m_form.imgShowListMgr.MouseUp({.button = controls::MouseButton::Right});
     EXPECT_TRUE(m_manager.Visible) << "the left button only";
-
-    m_fakes.resources.submnuShowPlaylist.Click();
-    EXPECT_FALSE(m_player.playlist.Visible);
-    ExpectNoted("ShowPL", m_player.playlist, m_fakes.resources.submnuShowPlaylist);
+    Press(m_form.imgShowPL, m_player.playlist, "ShowPL", m_menus.submnuShowPlaylist);
 }
 
-/// A window of 100 by 100 at (1000, 1000) and another of that size.
 TEST(IsGlued, DependsOnOrderAndPlace)
 {
-    const struct
-    {
-        double left1, top1, left2, top2;
-        bool glued;
-        const char* why;
-    } cases[] = {
-        {1000, 1000, 1100, 1000, true,  "right neighbour"                        },
-        {1000, 1000, 1101, 1000, false, "apart"                                  },
-        {1000, 1000, 1100, 2000, true,  "right, and no further down than the top"},
-        {1000, 1000, 1100, 2001, false, "right, further down than the top"       },
-        {1000, 1000, 1100, -1,   false, "right, above the desktop"               },
-        {1000, 1000, 900,  9999, true,  "left neighbour, however far down"       },
-        {1000, 1000, 1000, 1100, true,  "below"                                  },
-        {1000, 1000, 2001, 1100, false, "below, further right than the left edge"},
-        {1000, 1000, 9999, 900,  true,  "above, however far right"               },
-        {0,    1000, 1,    1100, false, "at the desktop's edge"                  },
-    };
-    for (const auto& c : cases) {
+    /// Two windows of 100 by 100, by their corners.
+    const auto glued = [](double left1, double top1, double left2, double top2) {
         controls::Form one("one", "", 100, 100, controls::BorderStyle::None);
         controls::Form two("two", "", 100, 100, controls::BorderStyle::None);
-        one.Left = c.left1;
-        one.Top = c.top1;
-        two.Left = c.left2;
-        two.Top = c.top2;
-        EXPECT_EQ(isGlued(one, two), c.glued) << c.why;
-    }
+        one.Left = left1;
+        one.Top = top1;
+        two.Left = left2;
+        two.Top = top2;
+        return isGlued(one, two);
+    };
+    EXPECT_FALSE(glued(1000, 1000, 1101, 1000)) << "apart";
+    EXPECT_TRUE(glued(1000, 1000, 1100, 2000)) << "right, and no further down than the top";
+    EXPECT_FALSE(glued(1000, 1000, 1100, 2001)) << "right, further down than the top";
+    EXPECT_FALSE(glued(1000, 1000, 1100, -1)) << "right, above the desktop";
+    EXPECT_TRUE(glued(1000, 1000, 900, 9999)) << "left neighbour, however far down";
+    EXPECT_TRUE(glued(1000, 1000, 1000, 1100)) << "below";
+    EXPECT_FALSE(glued(1000, 1000, 2001, 1100)) << "below, further right than the left edge";
+    EXPECT_TRUE(glued(1000, 1000, 9999, 900)) << "above, however far right";
+    EXPECT_FALSE(glued(0, 1000, 1, 1100)) << "at the desktop's edge";
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "windows/cDIBSectionRegion.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <random>
 
@@ -8,13 +8,9 @@ namespace velmo {
 namespace {
 
 using controls::PixelArea;
+using ::testing::ElementsAre;
 
-struct Window final : controls::Form
-{
-    Window()
-        : Form("window", "", 300, 300, controls::BorderStyle::None)
-    {}
-};
+constexpr std::uint32_t Black = 0xFF000000;
 
 std::vector<int> CoverOf(const std::vector<PixelArea>& areas, int width, int height)
 {
@@ -29,16 +25,15 @@ std::vector<int> CoverOf(const std::vector<PixelArea>& areas, int width, int hei
 TEST(Region, CoversExactlyWhatIsNotTheColour)
 {
     std::mt19937 random(7); // every run tries the same
-    for (int round = 0; round < 300; ++round) {
+    for (unsigned round = 0; round < 300; ++round) {
         const int width = 1 + static_cast<int>(random() % 13);
         const int height = 1 + static_cast<int>(random() % 11);
         std::vector<std::uint32_t> pixels;
         std::vector<int> wanted;
         const std::uint32_t others[] = {0xFF010101, 0xFF000001, 0xFF800000, 0xFF00FF00};
-        const unsigned blackness = 1 + round % 6;
         for (int i = 0; i < width * height; ++i) {
-            const bool isBlack = random() % 6 < blackness;
-            pixels.push_back(isBlack ? 0xFF000000 : others[random() % 4]);
+            const bool isBlack = random() % 6 < 1 + round % 6;
+            pixels.push_back(isBlack ? Black : others[random() % 4]);
             wanted.push_back(isBlack ? 0 : 1);
         }
         cDIBSection dib;
@@ -49,62 +44,47 @@ TEST(Region, CoversExactlyWhatIsNotTheColour)
     }
 }
 
-TEST(Region, EqualRowsAreOneRectangleAndBlackInsideIsAHole)
+TEST(Region, EqualRowsThatFollowEachOtherAreOneRectangle)
 {
-    const std::uint32_t o = 0xFF000000;
-    const std::uint32_t x = 0xFF0000FF;
-    struct Case
-    {
-        std::vector<std::uint32_t> pixels; ///< 3 by 4
-        std::uint32_t transparent;
-        std::vector<PixelArea> areas;
-    };
-    const Case cases[] = {
-        {{x, x, x, x, x, x, x, x, x, x, x, x}, 0,        {{0, 0, 3, 4}}                                          },
-        {{x, o, x, x, o, x, x, o, x, x, o, x}, 0,        {{0, 0, 1, 4}, {2, 0, 1, 4}}                            },
-        {{x, x, x, x, o, x, x, x, x, x, x, x},
-         0,                                              {{0, 0, 3, 1}, {0, 1, 1, 1}, {2, 1, 1, 1}, {0, 2, 3, 2}}},
-        {{o, o, o, x, x, x, o, o, o, x, x, x}, 0,        {{0, 1, 3, 1}, {0, 3, 3, 1}}                            },
-        {{o, o, o, o, o, o, o, o, o, o, o, o}, 0,        {{0, 0, 0, 0}}                                          },
-        {{x, x, x, x, x, x, x, x, x, o, o, o}, 0xFF0000, {{0, 3, 3, 1}}                                          }, // blue
-    };
-    for (const Case& c : cases) {
+    /// The areas of a picture of 3 by 4: "o" is black, "x" blue.
+    const auto areasOf = [](std::string_view picture, std::uint32_t transparent = 0) {
+        std::vector<std::uint32_t> pixels;
+        for (const char pixel : picture)
+            pixels.push_back(pixel == 'o' ? Black : 0xFF0000FF);
         cDIBSection dib;
-        ASSERT_TRUE(dib.CreateFromPicture(3, 4, c.pixels));
+        EXPECT_TRUE(dib.CreateFromPicture(3, 4, pixels));
         cDIBSectionRegion region;
-        ASSERT_TRUE(region.Create(dib, c.transparent));
-        EXPECT_EQ(region.Areas(), c.areas);
-    }
+        EXPECT_TRUE(region.Create(dib, transparent));
+        return region.Areas();
+    };
+    EXPECT_THAT(areasOf("xoxxoxxoxxox"), ElementsAre(PixelArea{0, 0, 1, 4}, PixelArea{2, 0, 1, 4}));
+    EXPECT_THAT(areasOf("oooxxxoooxxx"), ElementsAre(PixelArea{0, 1, 3, 1}, PixelArea{0, 3, 3, 1}));
+    EXPECT_THAT(areasOf("oooooooooooo"), ElementsAre(PixelArea{})) << "nothing at all is seen";
+    EXPECT_THAT(areasOf("xxxxxxxxxooo", 0xFF0000), ElementsAre(PixelArea{0, 3, 3, 1}));
 }
 
 TEST(Region, WindowsKeepItUntilItIsTakenAwayOrDestroyed)
 {
     cDIBSection dib;
-    EXPECT_FALSE(dib.Create(0, 4));
+    EXPECT_FALSE(dib.CreateFromPicture(0, 4, {}));
     EXPECT_FALSE(dib.CreateFromPicture(2, 2, std::vector<std::uint32_t>(3)));
-    Window one;
-    Window two;
+    controls::Form one("one", "", 300, 300, controls::BorderStyle::None);
+    controls::Form two("two", "", 300, 300, controls::BorderStyle::None);
     cDIBSectionRegion region;
     EXPECT_FALSE(region.Create(dib, 0));
     region.Applied(one, true);
-    EXPECT_EQ(region.AppliedToCount(), 0);
+    EXPECT_FALSE(region.Applied(one)) << "there is nothing to apply";
 
-    ASSERT_TRUE(dib.CreateFromPicture(2, 1, std::vector<std::uint32_t>{0xFF000000, 0xFFFFFFFF}));
-    EXPECT_EQ(dib.BytesPerScanLine(), 8);
+    ASSERT_TRUE(dib.CreateFromPicture(2, 1, std::vector<std::uint32_t>{Black, 0xFFFFFFFF}));
     ASSERT_TRUE(region.Create(dib, 0));
-    region.Applied(one, true);
-    region.Applied(one, true);
-    region.Applied(two, true);
+    for (controls::Form* window : {&one, &one, &two})
+        region.Applied(*window, true);
     EXPECT_EQ(region.AppliedToCount(), 2);
     region.Applied(two, false);
     EXPECT_TRUE(two.Outline.Get().empty() && !region.Applied(two));
-    EXPECT_EQ(one.Outline.Get(),
-              (std::vector<PixelArea>{
-                  {1, 0, 1, 1}
-    }));
+    EXPECT_EQ(one.Outline.Get(), region.Areas());
     region.Destroy();
-    EXPECT_TRUE(one.Outline.Get().empty());
-    EXPECT_EQ(region.AppliedToCount(), 0);
+    EXPECT_TRUE(one.Outline.Get().empty() && !region.Applied(one));
 }
 
 } // namespace

@@ -1,8 +1,6 @@
 #include "windows/modSystray.h"
 
-#include "support/FakeDialogs.h"
-#include "support/FakeSettings.h"
-#include "support/FakeTray.h"
+#include "support/FakeMainWindow.h"
 
 #include <gmock/gmock.h>
 
@@ -15,28 +13,21 @@ using ::testing::ElementsAre;
 class Systray : public ::testing::Test
 {
 protected:
-    std::vector<std::string> m_log;
-    test::FakeTray m_tray{m_log};
-    forms::wmain m_window;
-    forms::frmResources m_resources;
-    modSystray m_systray{m_tray, m_window, m_resources};
+    test::FakePlayer m_player;
+    forms::wmain& m_window = m_player.wmain;
+    test::FakeMainWindow m_fakes{m_player};
+    modSystray& m_systray = m_fakes.systray;
+    std::vector<std::string>& m_log = m_fakes.trayLog;
 };
 
 TEST_F(Systray, IconIsShownAtTheLoadIfTheSettingsWantItInAnyCase)
 {
-    test::FakeSettings file;
-    test::FakeDialogs dialogs;
-    modINI settings(file, dialogs, "/app/");
-    for (const char* unwanted : {"", "Taskbar", "System Tray"}) {
-        settings.WriteSetting("Display", "ShowIn", unwanted);
-        m_systray.Load(settings);
-        EXPECT_FALSE(m_systray.TrayIconShown) << unwanted;
+    m_window.Caption = "\xC3\xA4" + std::string(80, 'b'); // the first is one character
+    for (const char* showIn : {"", "System Tray", "TASKBAR AND SYSTEM TRAY"}) {
+        EXPECT_FALSE(m_systray.TrayIconShown) << "by the one before";
+        m_player.settings.WriteSetting("Display", "ShowIn", showIn);
+        m_systray.Load(m_player.settings);
     }
-    std::string longCaption = "\xC3\xA4"; // one character
-    longCaption.append(80, 'b');
-    m_window.Caption = longCaption;
-    settings.WriteSetting("Display", "ShowIn", "TASKBAR AND SYSTEM TRAY");
-    m_systray.Load(settings);
     EXPECT_TRUE(m_systray.TrayIconShown);
     m_systray.RemoveTrayIcon();
     EXPECT_FALSE(m_systray.TrayIconShown);
@@ -45,23 +36,19 @@ TEST_F(Systray, IconIsShownAtTheLoadIfTheSettingsWantItInAnyCase)
 
 TEST_F(Systray, MouseOpensTheMenuThatFitsTheWindowOrRepaintsIt)
 {
+    forms::frmResources& menus = m_fakes.resources;
     m_window.RepaintNow = [this] { m_log.emplace_back("repaint"); };
-    m_resources.Menu5.PopUpAtPointer = [this] {
-        m_log.emplace_back(m_resources.STMin.Enabled ? "menu to minimise" : "menu to restore");
-        EXPECT_NE(m_resources.STMin.Enabled, m_resources.STMax.Enabled);
+    menus.Menu5.PopUpAtPointer = [&] {
+        m_log.emplace_back(menus.STMin.Enabled ? "menu to minimise" : "menu to restore");
+        EXPECT_NE(menus.STMin.Enabled, menus.STMax.Enabled);
     };
-    const auto send = [this](double x) { m_systray.STPBox_MouseMove({.x = x}); };
-    const auto send1 = [&](TrayMessage message) { send(STPBoxEvent(message).x); };
     for (const TrayMessage message :
          {TrayMessage::Touched, TrayMessage::DoubleClicked, TrayMessage::RightReleased})
-        send1(message);
-    send(514 * 15); // the left button's release
+        m_systray.STPBox_MouseMove(STPBoxEvent(message));
+    m_systray.STPBox_MouseMove({.x = 514 * 15}); // the left button's release
     m_window.State = controls::WindowState::Minimized;
-    send1(TrayMessage::DoubleClicked);
-    EXPECT_EQ(m_window.State.Get(), controls::WindowState::Minimized);
-    EXPECT_TRUE(m_resources.STMax.Enabled);
-    send(517 * 15 + 7); // rounded
-    EXPECT_THAT(m_log, ElementsAre("repaint", "menu to minimise", "repaint", "menu to restore"));
+    m_systray.STPBox_MouseMove({.x = 517 * 15 + 7}); // the right one's, rounded
+    EXPECT_THAT(m_log, ElementsAre("repaint", "menu to minimise", "menu to restore"));
 }
 
 } // namespace

@@ -49,53 +49,40 @@ protected:
 
 TEST_F(SkinScrollBar, APositionThatIsSetIsHeldAndCountsFromOne)
 {
-    const struct
-    {
-        std::int32_t min, max, set, position;
-        double offset;
-    } cases[] = {
-        {1, 61, 0,   1,   0   },
-        {1, 61, 31,  31,  3000},
-        {1, 61, 99,  61,  6000},
-        {0, 20, 0,   0,   -300}, // above the track
-        {0, 20, 20,  20,  5700},
-        {1, 1,  7,   7,   5700}, // nothing to scroll: only stored
-        {1, -9, -11, -11, 5700},
+    const auto expect = [&](std::int32_t set, std::int32_t position, double offset) {
+        m_bar.SetPosition(set);
+        EXPECT_EQ(m_bar.Position(), position) << set;
+        EXPECT_DOUBLE_EQ(Offset(), offset) << set;
     };
-    for (const auto& c : cases) {
-        SetEnds(c.min, c.max);
-        m_bar.SetPosition(c.set);
-        EXPECT_EQ(m_bar.Position(), c.position) << c.set;
-        EXPECT_DOUBLE_EQ(Offset(), c.offset) << c.set;
-    }
+    SetEnds(1, 61);
+    expect(0, 1, 0);
+    expect(31, 31, 3000);
+    expect(99, 61, 6000);
+    SetEnds(0, 20);
+    expect(0, 0, -300); // above the track
+    expect(20, 20, 5700);
+    SetEnds(1, -9);
+    expect(-11, -11, 5700); // nothing to scroll: only stored
     EXPECT_THAT(m_told, IsEmpty());
 }
 
 TEST_F(SkinScrollBar, APressOnTheTrackBringsTheTickersNearerEndThere)
 {
     SetEnds(1, 61);
-    const struct
-    {
-        std::int32_t before;
-        double y, offset;
-        bool goesDown;
-        std::int32_t position;
-    } cases[] = {
-        {1,  1000, 800,  true,  8 }, // 760: the bottom comes to the press
-        {31, 2049, 2000, false, 20},
-        {1,  490,  200,  true,  2 }, // two and a half: to the even one
-        {1,  590,  400,  true,  4 }, // three and a half
-        {1,  100,  -100, false, -1}, // kept: nothing holds it
-        {31, 6240, 6000, true,  60}, // kept: the last position stays out of reach
-    };
-    for (const auto& c : cases) {
+    const auto expect = [&](int before, double y, double offset, bool goesDown, int position) {
         m_told.clear();
-        m_bar.SetPosition(c.before);
-        m_bar.imgVBar.MouseDown(At(c.y));
-        EXPECT_DOUBLE_EQ(Offset(), c.offset) << c.y;
-        EXPECT_THAT(m_told, ElementsAre(std::pair(c.goesDown, c.position))) << c.y;
-        EXPECT_EQ(m_bar.Position(), c.position);
-    }
+        m_bar.SetPosition(before);
+        m_bar.imgVBar.MouseDown(At(y));
+        EXPECT_DOUBLE_EQ(Offset(), offset) << y;
+        EXPECT_THAT(m_told, ElementsAre(std::pair(goesDown, position))) << y;
+        EXPECT_EQ(m_bar.Position(), position);
+    };
+    expect(1, 1000, 800, true, 8); // 760: the bottom comes to the press
+    expect(31, 2049, 2000, false, 20);
+    expect(1, 490, 200, true, 2);     // two and a half: to the even one
+    expect(1, 590, 400, true, 4);     // three and a half
+    expect(1, 100, -100, false, -1);  // kept: nothing holds it
+    expect(31, 6240, 6000, true, 60); // kept: the last position stays out of reach
     SetEnds(1, 1);
     m_bar.imgVBar.MouseDown(At(0));
     EXPECT_DOUBLE_EQ(Offset(), 6000);
@@ -106,29 +93,21 @@ TEST_F(SkinScrollBar, ADraggedTickerStaysOnItsTrack)
 {
     SetEnds(1, 61);
     m_bar.SetPosition(11);
-    controls::Image& ticker = m_bar.imgResizeTicker;
+    const controls::Image& ticker = m_bar.imgResizeTicker;
     ticker.MouseMove(At(500));
     EXPECT_THAT(m_told, IsEmpty()) << "not held";
     ticker.MouseDown(At(100));
-    const struct
-    {
-        double y, offset;
-        bool goesDown;
-        std::int32_t position;
-    } moves[] = {
-        {100,   1000, true,  10}, // kept: one less than was set
-        {149,   1000, true,  10},
-        {350,   1200, true,  12}, // two and a half: to the even one
-        {-1000, 100,  false, 1 },
-        {-1000, 0,    false, 0 },
-        {99000, 6000, true,  60},
-    };
-    for (const auto& move : moves) {
+    const auto expect = [&](double y, double offset, bool goesDown, int position) {
         m_told.clear();
-        ticker.MouseMove(At(move.y));
-        EXPECT_DOUBLE_EQ(Offset(), move.offset) << move.y;
-        EXPECT_THAT(m_told, ElementsAre(std::pair(move.goesDown, move.position))) << move.y;
-    }
+        ticker.MouseMove(At(y));
+        EXPECT_DOUBLE_EQ(Offset(), offset) << y;
+        EXPECT_THAT(m_told, ElementsAre(std::pair(goesDown, position))) << y;
+    };
+    expect(149, 1000, true, 10); // kept: one less than was set
+    expect(350, 1200, true, 12); // two and a half: to the even one
+    expect(-1000, 100, false, 1);
+    expect(-1000, 0, false, 0);
+    expect(99000, 6000, true, 60);
     SetEnds(0, 6'000'000);
     m_bar.SetPosition(1);
     ticker.MouseMove(At(200));
@@ -169,32 +148,31 @@ TEST_F(SkinScrollBar, AnArrowRepeatsWhileItIsHeld)
 
 TEST_F(SkinScrollBar, OnePieceStandsLitAndEachPassesItsEventsOn)
 {
-    int presses = 0;
+    std::vector<double> presses;
     int clicks = 0;
-    m_bar.MouseDown = [&](const controls::MouseEvent& event) { presses += event.y == 77 ? 1 : 0; };
+    m_bar.MouseDown = [&](const controls::MouseEvent& event) { presses.push_back(event.y); };
     m_bar.Click = [&] { ++clicks; };
     const auto pictures = [this] {
-        return std::vector<int>{m_bar.imgVBar.Picture.Get().index,
-                                m_bar.imgResizeDown.Picture.Get().index,
-                                m_bar.imgResizeUp.Picture.Get().index,
-                                m_bar.imgResizeTicker.Picture.Get().index};
+        std::vector<int> indexes;
+        for (const controls::Image* piece :
+             {&m_bar.imgVBar, &m_bar.imgResizeDown, &m_bar.imgResizeUp, &m_bar.imgResizeTicker})
+            indexes.push_back(piece->Picture.Get().index);
+        return indexes;
     };
-    EXPECT_THAT(pictures(), ElementsAre(1, 4, 7, 10));
     m_bar.imgVBar.MouseMove(At(0));
     EXPECT_THAT(pictures(), ElementsAre(3, 4, 7, 10));
     m_bar.imgResizeDown.MouseDown(At(77));
     m_bar.imgResizeDown.MouseMove(At(0));
-    EXPECT_THAT(pictures(), ElementsAre(1, 5, 7, 10));
+    EXPECT_THAT(pictures(), ElementsAre(1, 5, 7, 10)) << "held";
     m_bar.imgResizeDown.MouseUp(At(0));
-    EXPECT_THAT(pictures(), ElementsAre(1, 6, 7, 10));
-    m_bar.imgResizeTicker.MouseDown(At(77));
-    EXPECT_EQ(m_bar.imgResizeTicker.Picture.Get().index, 11);
+    m_bar.imgResizeTicker.MouseDown(At(78));
+    EXPECT_THAT(pictures(), ElementsAre(1, 6, 7, 11));
     m_bar.imgResizeTicker.MouseUp(At(0));
     m_bar.imgResizeUp.MouseMove(At(0));
     EXPECT_THAT(pictures(), ElementsAre(1, 4, 9, 10));
-    for (controls::Image* piece : {&m_bar.imgVBar, &m_bar.imgResizeBar})
-        piece->Click();
-    EXPECT_EQ(presses, 2);
+    m_bar.imgVBar.Click();
+    m_bar.imgResizeBar.Click();
+    EXPECT_THAT(presses, ElementsAre(77, 78));
     EXPECT_EQ(clicks, 2);
 }
 
