@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace velmo {
 namespace {
@@ -13,87 +14,56 @@ TEST(ProfileText, ReadsByTheRulesOfProfileFiles)
     std::string letters;
     for (int i = 0; i < 300; ++i)
         letters += "é";
-    const struct
-    {
-        std::string file;
-        std::string value; ///< of key "k" in section "s"
-    } cases[] = {
-        {"",                                    ""              },
-        {"k=1",                                 ""              },
-        {"[s]\nk=1",                            "1"             },
+    // A file, and the value of key "k" in section "s".
+    const std::pair<std::string, std::string> cases[] = {
         {"\xEF\xBB\xBF[s]\nk=1",                "1"             },
         {"[S]\r\nK=1\r\n",                      "1"             },
-        {"[s]\rk=1\r",                          "1"             },
         {" \t[ s\t] junk\n\t k \t=\t 1 2 \t\n", "1 2"           },
         {"[s]\n;k=0\n # k=0\nk\n k=1",          "1"             },
         {"[s]\nk=a;b=c",                        "a;b=c"         },
         {"[s]\nk=\" 1 \"",                      " 1 "           },
-        {"[s]\nk='1'",                          "1"             },
         {"[s]\nk=\"1'",                         "\"1'"          },
-        {"[s]\nk=\"",                           "\""            },
-        {"[s]\nk=\"\"",                         ""              },
         {"[s]\nk=''1''",                        "'1'"           },
-        {"[s]\nk=1\nk=2",                       "1"             },
+        {"[s]\nk=\"",                           "\""            },
         {"[s]\nk=\nk=2",                        ""              },
         {"[s]\nj=1\n[t]\nk=2\n[S]\nk=3",        ""              }, // only the first section of a name counts
-        {"[t]\nk=2\n[s]\nk=3",                  "3"             },
         {"[s]\n[x=1\nk=2",                      "2"             }, // no section without its closing bracket
         {"[s]\n[]\nk=2",                        ""              },
         {"[s]\nk=" + letters,                   letters.substr(0, 508)},
         {"[s]\nk='" + letters + "'",                                     letters.substr(0,                            508)},
         {"[s]\nk=gr\xFC\xDF",                                 "grüß"                     }, // no UTF-8, so Windows-1252
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(ProfileText(c.file).Value(" S\t", "k"), c.value) << c.file;
-    const ProfileText odd("[DSP\\Effects]\nConvert%20%=x\nä=1\nÄ=2");
-    EXPECT_EQ(odd.Value("dsp\\EFFECTS", "convert%20%"), "x");
-    EXPECT_EQ(odd.Value("DSP\\Effects", "Ä"), "2") << "only ASCII letters lose their case in names";
+    for (const auto& [file, value] : cases)
+        EXPECT_EQ(ProfileText(file).Value(" S\t", "k"), value) << file;
+    EXPECT_EQ(ProfileText("[s]\nä=1\nÄ=2").Value("S", "Ä"), "2")
+        << "only ASCII letters lose their case in names";
 }
 
 TEST(ProfileText, ChangesNothingButTheKey)
 {
     const std::string none = "(none)";
-    const struct
-    {
-        std::string file;
-        std::string section;
-        std::string key;
-        std::string value;
-        std::string changed;
-    } cases[] = {
-        {"",                                 "s",   "k",    "1",        "[s]\r\nk=1\r\n"                  },
-        {"[s]\nk=1\n",                       "s",   "k",    "2",        "[s]\nk=2\n"                      },
-        {"[s]\nk=1\n",                       "s",   "k",    "1",        none                              },
-        {"\xEF\xBB\xBF[s]\nk=1\n",           "s",   "k",    "1",        none                              },
-        {"\xEF\xBB\xBF[s]\nk=1\n",           "s",   "k",    "2",        "[s]\nk=2\n"                      },
-        {"; c\r\n[S]\r\n  K = 1  \r\nx\r\n", "s",   "k",    "2",        "; c\r\n[S]\r\n  K = 2  \r\nx\r\n"},
-        {"[s]\nk=\n",                        "s",   "k",    "1",        "[s]\nk=1\n"                      },
-        {"[s]\nk=1\n",                       "s",   "k",    "",         "[s]\nk=\n"                       },
-        {"[s]\nk=1\n",                       "s",   "k",    "2\r\n[x]", "[s]\nk=2\n"                      },
-        {"[s]\nk=\"1\"\n",                   "s",   "k",    "1",        "[s]\nk=1\n"                      },
-        {"[s]\nk=1\nk=2\n[s]\nk=3\n",        "s",   "k",    "4",        "[s]\nk=4\nk=2\n[s]\nk=3\n"       },
-        {"[s]\nk=a\n",                       "s",   "k",    " b ",      "[s]\nk= b \n"                    },
-        {"[s]\nk= b \n",                     "s",   "k",    " b ",      none                              },
-        {"[s]\na=1\n; end\n\n\n[t]\n",       "s",   "k",    "1",        "[s]\na=1\n; end\nk=1\n\n\n[t]\n" },
-        {"[s]\r\n\r\n",                      "s",   "k",    "1",        "[s]\r\nk=1\r\n\r\n"              },
-        {"[s]\na=1",                         "s",   "k",    "1",        "[s]\na=1\nk=1\n"                 },
-        {"[s]",                              "s",   "k",    "1",        "[s]\r\nk=1\r\n"                  },
-        {"[t]\na=1\n",                       "s",   "k",    "1",        "[t]\na=1\n\n[s]\nk=1\n"          },
-        {"[t]\na=1\n \n",                    "s",   "k",    "1",        "[t]\na=1\n \n[s]\nk=1\n"         },
-        {"[t]\na=1",                         "s",   "k",    "1",        "[t]\na=1\n\n[s]\nk=1\n"          },
-        {"[t]\r\na=1\n",                     " s ", " k ",  "1",        "[t]\r\na=1\n\r\n[s]\r\nk=1\r\n"  },
-        {"[s]\nx=\xFC\n",                    "s",   "k",    "ü",       "[s]\nx=\xFC\nk=\xFC\n"           }, // stays Windows-1252
-        {"[s]\nk=1\n",                       "s",   "k",    "\xFF",     "[s]\nk=\xED\xB3\xBF\n"           },
-        {"",                                 "s",   "",     "1",        none                              },
-        {"",                                 "s]x", "k",    "1",        none                              },
-        {"",                                 "s",   "a=b",  "1",        none                              },
-        {"",                                 "s",   ";k",   "1",        none                              },
-        {"",                                 "s",   "a\nb", "1",        none                              },
-        {"",                                 "s\n", "k",    "1",        none                              },
+    const auto expect = [&](const char* file, const char* value, const std::string& changed) {
+        EXPECT_EQ(ChangeProfile(file, " s ", "\tk ", value).value_or(none), changed) << file;
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(ChangeProfile(c.file, c.section, c.key, c.value).value_or(none), c.changed)
-            << c.file;
+    expect("[s]\nk=1\n", "2", "[s]\nk=2\n");
+    expect("[s]\nk=1\n", "1", none);
+    expect("\xEF\xBB\xBF[s]\nk=1\n", "1", none);
+    expect("\xEF\xBB\xBF[s]\nk=1\n", "2", "[s]\nk=2\n");
+    expect("; c\r\n[S]\r\n  K = 1  \r\nx\r\n", "2", "; c\r\n[S]\r\n  K = 2  \r\nx\r\n");
+    expect("[s]\nk=1\n", "2\r\n[x]", "[s]\nk=2\n");
+    expect("[s]\nk=1\nk=2\n[s]\nk=3\n", "4", "[s]\nk=4\nk=2\n[s]\nk=3\n");
+    expect("[s]\nk=a\n", " b ", "[s]\nk= b \n");
+    expect("[s]\nk= b \n", " b ", none);
+    expect("[s]\na=1\n; end\n\n\n[t]\n", "1", "[s]\na=1\n; end\nk=1\n\n\n[t]\n");
+    expect("[s]\na=1", "1", "[s]\na=1\nk=1\n");
+    expect("[t]\na=1\n \n", "1", "[t]\na=1\n \n[s]\nk=1\n");
+    expect("[t]\na=1", "1", "[t]\na=1\n\n[s]\nk=1\n");
+    expect("[t]\r\na=1\n", "1", "[t]\r\na=1\n\r\n[s]\r\nk=1\r\n");
+    expect("[s]\nx=\xFC\n", "ü", "[s]\nx=\xFC\nk=\xFC\n"); // stays Windows-1252
+    expect("[s]\nk=1\n", "\xFF", "[s]\nk=\xED\xB3\xBF\n");
+    for (const char* key : {"", "a=b", ";k", "a\nb"})
+        EXPECT_FALSE(ChangeProfile("", "s", key, "1").has_value()) << key;
+    EXPECT_FALSE(ChangeProfile("", "s]x", "k", "1").has_value());
 }
 
 TEST(ProfileText, WhatIsWrittenIsRead)

@@ -6,6 +6,8 @@
 namespace velmo {
 namespace {
 
+using controls::Image;
+using controls::MouseButton;
 using ::testing::Each;
 using ::testing::ElementsAre;
 
@@ -20,23 +22,32 @@ protected:
     {
         m_player.AddSound("/m/a.mp3", {.seconds = 60});
         m_player.AddSound("/m/b.mp3", {.seconds = 60});
+        m_window.Calls.CurrentChannel = [this] { return m_player.state.CurrentChannel; };
         m_window.Load();
+        m_player.tracks.PlayTrack("/m/a.mp3");
     }
 
     std::vector<double> Tops() const
     {
         std::vector<double> tops;
-        for (const controls::Image& ticker : m_player.fX.Ticker)
+        for (const Image& ticker : m_form.Ticker)
             tops.push_back(ticker.Top);
         return tops;
     }
-    /// Gains of an effect, from the lowest band up.
-    std::vector<float> Gains(HFX effect) const
+    /// Of the effect that was applied last, in dB.
+    float Gain(int band) const
     {
-        std::vector<float> gains;
-        for (const auto& [number, band] : m_player.bass.effects.at(effect).bands)
-            gains.push_back(band.fGain);
-        return gains;
+        return m_player.bass.effects.at(m_player.equalizer.EqualizerHandle).bands.at(band).fGain;
+    }
+    void SwitchOn()
+    {
+        m_window.ReadState();
+        m_player.equalizer.ApplyIfOn(m_player.state.CurrentChannel);
+    }
+    static void Click(const Image& image, double x = 0, double y = 0)
+    {
+        image.MouseDown({.button = MouseButton::Left, .x = x, .y = y});
+        image.MouseUp({.button = MouseButton::Left, .x = x, .y = y});
     }
     void Choose(const std::string& path)
     {
@@ -45,13 +56,14 @@ protected:
     std::string Folder(const char* key) { return m_player.settings.ReadSetting("RTM", key, "-"); }
 
     test::FakePlayer m_player;
-    fX m_window{m_player.fX, m_player.equalizer, m_player.curves, m_player.settings};
+    forms::fX& m_form = m_player.fX;
+    std::map<std::string, std::string>& m_files = m_player.files.files;
+    fX m_window{m_form, m_player.equalizer, m_player.curves, m_player.settings};
 };
 
 TEST_F(Equalizer, MakesTheBandsFlatThenSetsTheTickersGains)
 {
-    m_player.fX.Ticker[2].Top = 360;
-    m_player.tracks.PlayTrack("/m/a.mp3");
+    m_form.Ticker[2].Top = 360;
     m_player.bass.calls.clear();
     const HFX effect = m_player.equalizer.ApplyEqualizer(101);
     std::vector<std::string> calls = {"BASS_ChannelGetAttribute 101",
@@ -60,147 +72,110 @@ TEST_F(Equalizer, MakesTheBandsFlatThenSetsTheTickersGains)
         for (int band = 0; band < 11; ++band)
             calls.push_back("BASS_FXSetParameters 9001 " + std::to_string(band));
     EXPECT_EQ(m_player.bass.calls, calls);
-    const auto& bands = m_player.bass.effects.at(effect).bands;
     std::vector<float> centres;
-    for (const auto& [number, band] : bands) {
+    std::vector<float> gains;
+    for (const auto& [number, band] : m_player.bass.effects.at(effect).bands) {
         centres.push_back(band.fCenter);
+        gains.push_back(band.fGain);
         EXPECT_EQ(band.fBandwidth, 2.5F);
         EXPECT_EQ(band.fQ, 0);
         EXPECT_EQ(band.lChannel, -1);
     }
     EXPECT_THAT(centres,
                 ElementsAre(60, 170, 310, 600, 1000, 3000, 6000, 9000, 12000, 14000, 16000));
-    EXPECT_THAT(Gains(effect), ElementsAre(0, 0, 10, 0, 0, 0, 0, 0, 0, 0, 0));
+    EXPECT_THAT(gains, ElementsAre(0, 0, 10, 0, 0, 0, 0, 0, 0, 0, 0));
 }
 
 TEST_F(Equalizer, APositionIsTheLowerOfTheStepsItLiesBetween)
 {
-    EXPECT_EQ(m_player.fX.Bar[0].ToolTipText.Get(), "0");
-    const struct
-    {
-        double top;
-        std::int32_t step;
-        const char* gain;
-    } cases[] = {
-        {360,   0,  " 10"},
-        {388,   0,  " 10"}, // 95.5 / 32 is just below 3
-        {388.5, 1,  " 9" },
-        {700,   10, " 0" },
-        {708.5, 11, "-1" },
-        {1000,  20, "-10"},
+    const auto expect = [&](double top, std::int32_t step, const char* gain) {
+        m_form.Ticker[4].Top = top;
+        SwitchOn();
+        EXPECT_EQ(m_player.equalizer.EqualizerBandValue[4], step) << top;
+        EXPECT_EQ(Gain(4), static_cast<float>(10 - step));
+        EXPECT_EQ(m_form.Ticker[4].ToolTipText.Get(), gain);
+        EXPECT_EQ(m_form.Bar[4].ToolTipText.Get(), gain);
     };
-    m_player.tracks.PlayTrack("/m/a.mp3");
-    for (const auto& c : cases) {
-        m_player.fX.Ticker[4].Top = c.top;
-        const HFX effect = m_player.equalizer.ApplyEqualizer(101);
-        EXPECT_EQ(m_player.equalizer.EqualizerBandValue[4], c.step) << c.top;
-        EXPECT_EQ(Gains(effect)[4], static_cast<float>(10 - c.step));
-        EXPECT_EQ(m_player.fX.Ticker[4].ToolTipText.Get(), c.gain);
-        EXPECT_EQ(m_player.fX.Bar[4].ToolTipText.Get(), c.gain);
-    }
-    EXPECT_EQ(m_player.fX.Ticker[0].ToolTipText.Get(), " 0");
+    expect(360, 0, " 10");
+    expect(388, 0, " 10"); // 95.5 / 32 is just below 3
+    expect(388.5, 1, " 9");
+    expect(708.5, 11, "-1");
+    expect(1000, 20, "-10");
 }
 
 TEST_F(Equalizer, EachTrackGetsAnEffectOfItsOwnWhileItIsOn)
 {
-    m_player.tracks.PlayTrack("/m/a.mp3");
     EXPECT_TRUE(m_player.bass.effects.empty()) << "off";
-    m_window.ReadState();
-    EXPECT_TRUE(m_player.fX.EqualizerOn) << "the default";
+    m_window.ReadState(); // on is the default
     m_player.tracks.PlayTrack("/m/a.mp3");
     m_player.playlist.pl.Add({.Text = "1. b", .Length = "", .Path = "/m/b.mp3"});
     m_player.state.PlayIndex = 1;
     m_player.tracks.LoadNextChannel("/m/b.mp3");
-    m_player.fX.Ticker[0].Top = 1000;
+    m_form.Ticker[0].Top = 1000;
     m_player.tracks.PlayPrepared(m_player.state.NextChannel);
     EXPECT_EQ(m_player.bass.effects.at(9001).channel, m_player.state.CurrentChannel);
     EXPECT_EQ(m_player.bass.effects.at(9002).channel, m_player.state.NextChannel);
     EXPECT_EQ(m_player.equalizer.EqualizerHandle, 9002U);
-    EXPECT_EQ(Gains(9001)[0], 0);
-    EXPECT_EQ(Gains(9002)[0], -10);
+    EXPECT_EQ(Gain(0), -10);
+    const auto& first = m_player.bass.effects.at(9001).bands;
+    EXPECT_EQ(first.at(0).fGain, 0);
 
     // A bad file, and a handle whose channel is gone, change nothing.
     m_player.tracks.PlayTrack("/m/gone.mp3");
     EXPECT_EQ(m_player.equalizer.EqualizerHandle, 0U);
     m_player.equalizer.SetEqualizerBand(9001, 3, 0);
-    EXPECT_EQ(Gains(9001)[3], 0);
+    EXPECT_EQ(first.at(3).fGain, 0);
     m_player.settings.WriteSetting("DSP\\Effects", "EQEnabled", "FALSE");
     m_window.ReadState();
-    EXPECT_FALSE(m_player.fX.EqualizerOn);
-}
-
-TEST_F(Equalizer, ALoadedWindowIsNotMadeFlatAgain)
-{
-    m_player.fX.Ticker[3].Top = 500;
-    m_window.Load();
-    EXPECT_EQ(m_player.fX.Ticker[3].Top, 500);
-    m_player.fX.Loaded = false; // unloaded
-    m_window.Load();
-    EXPECT_THAT(Tops(), Each(700));
+    EXPECT_FALSE(m_form.EqualizerOn);
 }
 
 TEST_F(Equalizer, TheDefaultFileHoldsTheTickersByteForByte)
 {
     m_player.curves.LoadDefaultEqualizer();
     EXPECT_THAT(Tops(), Each(700)) << "there is no file";
+    m_form.Ticker[0].Top = 360;
+    m_form.Ticker[1].Top = 360.5;
+    m_form.Ticker[10].Top = 1000;
     m_player.curves.SaveDefaultEqualizer();
-    EXPECT_EQ(m_player.files.files["/app/zuvio.zfx"], Flat);
-
-    m_player.fX.Ticker[0].Top = 360;
-    m_player.fX.Ticker[1].Top = 360.5;
-    m_player.fX.Ticker[10].Top = 1000;
-    m_player.curves.SaveDefaultEqualizer();
-    EXPECT_EQ(m_player.files.files["/app/zuvio.zfx"].substr(0, 24),
-              "ZVFX10\r\n 360 \r\n 360.5 \r\n");
-    for (controls::Image& ticker : m_player.fX.Ticker)
+    EXPECT_EQ(m_files["/app/zuvio.zfx"],
+              "ZVFX10\r\n 360 \r\n 360.5 \r\n 700 \r\n 700 \r\n 700 \r\n 700 \r\n 700 \r\n"
+              " 700 \r\n 700 \r\n 700 \r\n 1000 \r\n");
+    for (Image& ticker : m_form.Ticker)
         ticker.Top = 650;
+    m_window.Load();
+    EXPECT_THAT(Tops(), Each(650)) << "it is loaded already";
     m_player.curves.LoadDefaultEqualizer();
     EXPECT_THAT(Tops(), ElementsAre(650, 360.5, 700, 700, 700, 700, 700, 700, 700, 700, 650))
         << "both ends are not read back";
     EXPECT_TRUE(m_player.bass.effects.empty());
-
-    m_player.files.writesFail = true;
-    m_player.curves.SaveDefaultEqualizer(); // passes
 }
 
 TEST_F(Equalizer, ReadsWhatIsThereAndLeavesTheRest)
 {
-    const struct
-    {
-        const char* bytes;
-        double first;
-        double second;
-        double third;
-    } cases[] = {
-        {"ZVFX10\r\n 400 \r\n 500 \r\n 600 \r\n", 400,   500, 600},
-        {"ZVFX10\n400\n500",                      400,   500, 700},
-        {"ZVFX10\r400\r500\r600",                 400,   500, 600},
-        {"\xEF\xBB\xBFZVFX10\r\n400\r\n",         400,   700, 700},
-        {"ZVFX10 and more\r\n400.5x\r\n",         400.5, 700, 700},
-        {"ZVFX10\r\n999.5\r\n1e9\r\n&H1F4",       999.5, 700, 500},
-        {"ZVFX10\r\n360\r\n\r\n1000",             700,   700, 700},
-        {"zvfx10\r\n400\r\n",                     700,   700, 700},
-        {"ZVFX1",                                 700,   700, 700},
-        {"",                                      700,   700, 700},
-    };
-    for (const auto& c : cases) {
-        for (controls::Image& ticker : m_player.fX.Ticker)
+    const auto expect = [&](const char* bytes, double first, double second) {
+        for (Image& ticker : m_form.Ticker)
             ticker.Top = 700;
-        m_player.files.files["/app/zuvio.zfx"] = c.bytes;
+        m_files["/app/zuvio.zfx"] = bytes;
         m_player.curves.LoadDefaultEqualizer();
-        std::vector<double> expected(11, 700);
-        expected[0] = c.first;
-        expected[1] = c.second;
-        expected[2] = c.third;
-        EXPECT_EQ(Tops(), expected) << c.bytes;
-    }
+        std::vector<double> tops(11, 700);
+        tops[0] = first;
+        tops[1] = second;
+        EXPECT_EQ(Tops(), tops) << bytes;
+    };
+    expect("ZVFX10\n400\n500", 400, 500);
+    expect("\xEF\xBB\xBFZVFX10\r\n 400 \r\n", 400, 700);
+    expect("ZVFX10 and more\r400.5x\r&H1F4", 400.5, 500);
+    expect("ZVFX10\r\n999.5\r\n1e9", 999.5, 700);
+    expect("ZVFX10\r\n360\r\n\r\n", 700, 700);
+    expect("zvfx10\r\n400\r\n", 700, 700);
+    expect("", 700, 700);
 }
 
 TEST_F(Equalizer, LoadingByDialogStacksOneMoreEffect)
 {
-    m_player.curves.LoadEqualizerFile(101);
-    ASSERT_EQ(m_player.dialogs.fileDialogs.size(), 1U);
-    const ports::FileDialog& asked = m_player.dialogs.fileDialogs[0];
+    Click(m_form.btnLoad);
+    const ports::FileDialog& asked = m_player.dialogs.fileDialogs.at(0);
     EXPECT_EQ(asked.kind, ports::FileDialogKind::Open);
     EXPECT_EQ(asked.owner, "fX");
     EXPECT_EQ(asked.title, "Load EQ Settings");
@@ -208,26 +183,22 @@ TEST_F(Equalizer, LoadingByDialogStacksOneMoreEffect)
     EXPECT_EQ(asked.folder, "/app/");
     EXPECT_EQ(Folder("TempDir6"), "-") << "cancelled";
 
-    m_player.fX.EqualizerOn = true;
-    m_player.tracks.PlayTrack("/m/a.mp3");
-    std::string curve = Flat;
-    m_player.files.files["/eq/rock.zfx"] = curve.replace(9, 3, "400");
+    SwitchOn();
+    m_files["/eq/rock.zfx"] = std::string(Flat).replace(9, 3, "400");
     Choose("/eq/rock.zfx");
-    m_player.curves.LoadEqualizerFile(101);
-    m_player.curves.LoadEqualizerFile(101);
+    Click(m_form.btnLoad);
+    Click(m_form.btnLoad);
     EXPECT_EQ(Tops()[0], 400);
     EXPECT_EQ(m_player.bass.effects.size(), 3U) << "none was taken off";
-    EXPECT_EQ(m_player.equalizer.EqualizerHandle, 9003U);
-    EXPECT_EQ(Folder("TempDir6"), "/eq/");
     EXPECT_EQ(m_player.dialogs.fileDialogs.back().folder, "/eq/");
 
     // Too short by one byte, and foreign: refused, but the folder counts as used.
-    m_player.fX.EqualizerOn = false;
-    m_player.files.files["/x/short.zfx"] = std::string(Flat, 84).replace(9, 3, "500");
-    m_player.files.files["/y/other.zfx"] = std::string(200, 'x');
+    m_form.EqualizerOn = false;
+    m_files["/x/short.zfx"] = std::string(Flat, 84).replace(9, 3, "500");
+    m_files["/y/other.zfx"] = std::string(200, 'x');
     for (const char* refused : {"/x/short.zfx", "/y/other.zfx", "/z/gone.zfx"}) {
         Choose(refused);
-        m_player.curves.LoadEqualizerFile(101);
+        Click(m_form.btnLoad);
         EXPECT_EQ(Tops()[0], 400) << refused;
         EXPECT_EQ(Folder("TempDir6"), std::string(refused, 3));
     }
@@ -236,23 +207,113 @@ TEST_F(Equalizer, LoadingByDialogStacksOneMoreEffect)
 
 TEST_F(Equalizer, SavingByDialogForcesTheExtension)
 {
-    m_player.curves.SaveEqualizerFile();
+    Click(m_form.btnSave);
     EXPECT_EQ(m_player.dialogs.fileDialogs.back().title, "Save EQ Settings");
     EXPECT_EQ(m_player.dialogs.fileDialogs.back().kind, ports::FileDialogKind::Save);
     EXPECT_EQ(Folder("TempDir5"), "-");
-    const std::pair<const char*, const char*> cases[] = {
-        {"/eq/a",     "/eq/a.zfx"    },
-        {"/eq/B.ZFX", "/eq/B.ZFX"    },
-        {"/eq/c.txt", "/eq/c.txt.zfx"},
-        {"/eq/zfx",   "/eq/zfx.zfx"  },
-    };
-    for (const auto& [chosen, written] : cases) {
+    m_files.clear();
+    for (const char* chosen : {"/eq/B.ZFX", "/eq/c.txt", "/eq/zfx"}) {
         Choose(chosen);
-        m_player.curves.SaveEqualizerFile();
-        EXPECT_EQ(m_player.files.files[written], Flat) << chosen;
+        Click(m_form.btnSave);
     }
-    EXPECT_FALSE(m_player.files.files.contains("/eq/B.ZFX.zfx"));
+    using ::testing::Pair;
+    EXPECT_THAT(m_files,
+                ElementsAre(Pair("/eq/B.ZFX", Flat),
+                            Pair("/eq/c.txt.zfx", Flat),
+                            Pair("/eq/zfx.zfx", Flat)));
     EXPECT_EQ(Folder("TempDir5"), "/eq/");
+}
+
+TEST_F(Equalizer, ADraggedTickerGoesWithThePointerUntilItWouldLeaveTheBar)
+{
+    SwitchOn();
+    const Image& ticker = m_form.Ticker[4];
+    ticker.MouseDown({.button = MouseButton::Left, .y = 59.6});
+    // The place of the pointer is told from the ticker's top.
+    const auto drag = [&](double y, double top, const char* tip, float gain) {
+        ticker.MouseMove({.button = MouseButton::Left, .y = y});
+        EXPECT_EQ(ticker.Top, top) << y;
+        EXPECT_EQ(ticker.ToolTipText.Get(), tip);
+        EXPECT_EQ(Gain(4), gain);
+    };
+    drag(92, 732, "-1", -1);
+    drag(328, 1000, "-10", -10);
+    drag(75, 1000, "-10", -10); // past the end: it stays
+    drag(-580, 360, " 10", 10);
+    drag(59, 360, " 10", 10);
+    drag(88, 388, " 9", 9);
+    ticker.MouseUp({.button = MouseButton::Left});
+    ticker.MouseMove({.y = 100});
+    EXPECT_EQ(ticker.Top, 388);
+    m_player.equalizer.ApplyEqualizer(m_player.state.CurrentChannel);
+    EXPECT_EQ(ticker.ToolTipText.Get(), " 10") << "the next track plays more than the drag told";
+}
+
+TEST_F(Equalizer, AClickedBarBringsTheTickersMiddleThere)
+{
+    SwitchOn();
+    const auto click = [&](double y, double top) {
+        Click(m_form.Bar[10], 0, y);
+        EXPECT_EQ(m_form.Ticker[10].Top, top) << y;
+    };
+    click(-50, 360);
+    click(95.5, 388);
+    click(407, 700); // 699.5 goes to the even neighbour
+    click(5000, 1000);
+    EXPECT_EQ(m_form.Ticker[10].ToolTipText.Get(), "-10");
+    EXPECT_EQ(Gain(10), -10);
+}
+
+TEST_F(Equalizer, OneOfItsTickersAndBarsIsLit)
+{
+    const std::pair<const Image&, const Image&> moves[] = {
+        {m_form.Ticker[2], m_form.Bar[2]   },
+        {m_form.Ticker[3], m_form.Ticker[2]},
+        {m_form.Bar[3],    m_form.Ticker[3]},
+        {m_form.Ticker[3], m_form.Bar[3]   },
+    };
+    for (const auto& [entered, left] : moves) {
+        entered.MouseMove({});
+        EXPECT_EQ(entered.Picture.Get(), entered.States.hover) << entered.Name;
+        EXPECT_EQ(left.Picture.Get(), left.States.normal) << left.Name;
+    }
+    m_form.MouseMove({});
+    EXPECT_EQ(m_form.Ticker[3].Picture.Get(), m_form.Ticker[3].States.normal);
+}
+
+TEST_F(Equalizer, ItsStateIsSwitchedResetAndKept)
+{
+    SwitchOn();
+    Click(m_form.btnState);
+    EXPECT_TRUE(m_player.bass.effects.empty());
+    EXPECT_EQ(m_form.btnState.Picture.Get().index, 8);
+    Click(m_form.Bar[2]); // off: moves, and is heard once it's on
+    Click(m_form.btnState);
+    EXPECT_EQ(Gain(2), 10);
+    Click(m_form.btnReset);
+    EXPECT_EQ(m_player.bass.effects.size(), 1U);
+    EXPECT_EQ(Gain(2), 0);
+    EXPECT_EQ(m_form.Bar[2].ToolTipText.Get(), " 0");
+    Click(m_form.btnState);
+    Click(m_form.Bar[2]);
+    Click(m_form.btnReset);
+    EXPECT_THAT(Tops(), Each(700));
+    EXPECT_EQ(m_form.Ticker[2].ToolTipText.Get(), "0");
+    EXPECT_EQ(m_form.Bar[1].ToolTipText.Get(), "0");
+    EXPECT_EQ(m_form.Bar[2].ToolTipText.Get(), " 10") << "forgotten";
+    EXPECT_THAT(m_player.equalizer.EqualizerBandValue, Each(10));
+}
+
+TEST_F(Equalizer, ItsCloseKeyReachesBeyondItsPicture)
+{
+    int hidden = 0;
+    m_window.Calls.Hide = [&] { ++hidden; };
+    for (const auto& [x, y] : {std::pair(286., 0.), std::pair(0., 211.), std::pair(-1., 0.)})
+        Click(m_form.imgCaptionClose, x, y);
+    m_form.imgCaptionClose.MouseUp({.button = MouseButton::Right});
+    EXPECT_EQ(hidden, 0);
+    Click(m_form.imgCaptionClose, 285, 210);
+    EXPECT_EQ(hidden, 1);
 }
 
 } // namespace

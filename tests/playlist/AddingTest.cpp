@@ -9,21 +9,27 @@ namespace {
 
 using ::testing::ElementsAre;
 
-class AddPath : public ::testing::Test
+class Doors : public ::testing::Test
 {
 protected:
-    AddPath()
+    Doors()
     {
         for (const char* path : {"/m/a_b.mp3", "/m/notes.txt", "/m/sub/cd.XM", "/m/d.wave.wav"})
             m_player.files.files[path] = "";
         m_player.files.directories = {"/m", "/my.m3u"};
     }
 
+    void AddFiles(const std::vector<std::string>& paths)
+    {
+        m_player.dialogs.choice.paths = paths;
+        m_player.addingDialogs.AddFilesDialog();
+    }
+
     test::ListFixture m_player;
     controls::Timer& m_timer = m_player.playlist.tmrInfo;
 };
 
-TEST_F(AddPath, FilesOfKnownKindsJoinTheEndAndRowOneIsMarked)
+TEST_F(Doors, PathsOfKnownKindsJoinTheEndAndRowOneIsMarked)
 {
     m_player.adding.AddPath("/m/notes.txt");
     EXPECT_FALSE(m_timer.Enabled) << "nothing was added";
@@ -48,24 +54,25 @@ TEST_F(AddPath, FilesOfKnownKindsJoinTheEndAndRowOneIsMarked)
     EXPECT_EQ(m_player.playlist.scBar.Max, 7 - 31);
     EXPECT_THROW(m_player.adding.AddPath("/gone.mp3"), RunError);
     EXPECT_THROW(m_player.adding.AddPath("http://radio/"), RunError);
-    m_player.adding.AddPath("D:");
-    EXPECT_EQ(m_player.playlist.pl.Count(), 7U) << "a drive without a map holds nothing";
+    m_player.adding.AddPath("D:"); // a drive without a map holds nothing
 }
 
-TEST_F(AddPath, WhatAFolderGivesGoesByTheExtensionsOfTheLastCaller)
+TEST_F(Doors, WhatAFolderGivesGoesByTheExtensionsOfTheLastCaller)
 {
     m_player.mediaFilter.KnownExtensions = {"txt"};
     m_player.adding.AddPath("/m");
     EXPECT_THAT(m_player.Texts(), ElementsAre("1. notes*"));
 }
 
-TEST_F(AddPath, ListsAreReadByTheirLastThreeCharacters)
+TEST_F(Doors, ListsAreReadByTheirLastThreeCharacters)
 {
-    m_player.files.files["/l/x.ZVL"] = "#ZVL20#\r\na_b\r\n61#/m/a\r\n";
-    m_player.files.files["/l/m3u"] = "#EXTM3U\n#EXTINF:61,b\nb\n";
-    m_player.files.files["/l/x.pls"] = "[playlist]\nFile1=c\nTitle1=c\nNumberOfEntries=1\n";
-    m_player.files.files["/l/bad.pls"] = "File1=c\nNumberOfEntries=1\n";
-    m_player.files.files["/l/odd.zvl"] = "#ZVL20#\r\nd\r\n1#/m/d\r\ne";
+    m_player.files.files = {
+        {"/l/x.ZVL",   "#ZVL20#\r\na_b\r\n61#/m/a\r\n"                     },
+        {"/l/m3u",     "#EXTM3U\n#EXTINF:61,b\nb\n"                        },
+        {"/l/x.pls",   "[playlist]\nFile1=c\nTitle1=c\nNumberOfEntries=1\n"},
+        {"/l/bad.pls", "File1=c\nNumberOfEntries=1\n"                      },
+        {"/l/odd.zvl", "#ZVL20#\r\nd\r\n1#/m/d\r\ne"                       },
+    };
     m_player.Set("Options", "ConvertUnderscore", "True");
     for (const char* path : {"/l/x.ZVL", "/l/m3u", "/l/x.pls"})
         m_player.adding.AddPath(path);
@@ -80,7 +87,7 @@ TEST_F(AddPath, ListsAreReadByTheirLastThreeCharacters)
     EXPECT_EQ(m_player.Saved(), saved);
 }
 
-TEST_F(AddPath, ModeLoadOpensFilesAndLengthsMayStayAway)
+TEST_F(Doors, ModeLoadOpensFilesAndLengthsMayStayAway)
 {
     m_player.AddSound("/m/a_b.mp3", {.seconds = 61});
     m_player.tagLibrary.formatTags["/m/a_b.mp3 %TITL"] = "T_1";
@@ -96,27 +103,22 @@ TEST_F(AddPath, ModeLoadOpensFilesAndLengthsMayStayAway)
     EXPECT_FALSE(m_timer.Enabled);
 }
 
-TEST_F(AddPath, AnEmptyPathBringsTheInternalListBack)
+TEST_F(Doors, AHandedOverFileReplacesTheListOnlyIfTheSettingsSaySo)
 {
-    m_player.files.files["/app/list.zvl"] = "#ZVL20#Mine\r\nA\r\n1#/gone\r\n";
-    m_player.adding.AddPath("");
-    EXPECT_THAT(m_player.Texts(), ElementsAre("1. A*"));
-    EXPECT_EQ(m_player.Saved(), "#ZVL20#Internal playlist\r\nA\r\n1#/gone\r\n");
-}
-
-TEST_F(AddPath, AHandedOverFileReplacesTheListOnlyIfTheSettingsSaySo)
-{
+    m_player.files.files["/app/list.zvl"] = "#ZVL20#Mine\r\nz\r\n1#/gone\r\n";
+    m_player.adding.AddPath(""); // brings the internal list back
+    EXPECT_THAT(m_player.Texts(), ElementsAre("1. z*"));
+    EXPECT_EQ(m_player.Saved(), "#ZVL20#Internal playlist\r\nz\r\n1#/gone\r\n");
     m_player.Set("Options", "SortListOnLoad", "True");
-    m_player.adding.EnqueueFromCommandLine("/m/d.wave.wav");
-    m_player.adding.EnqueueFromCommandLine("/m/a_b.mp3");
-    m_player.adding.EnqueueFromCommandLine("");
-    EXPECT_THAT(m_player.Texts(), ElementsAre("1. a_b", "2. d.wave*"));
+    for (const char* path : {"/m/d.wave.wav", "/m/a_b.mp3", ""})
+        m_player.adding.EnqueueFromCommandLine(path);
+    EXPECT_THAT(m_player.Texts(), ElementsAre("1. a_b", "2. d.wave*", "3. z"));
     m_player.Set("Files", "EnqueueAsDefaultAction", "FALSE");
     m_player.adding.EnqueueFromCommandLine("/m/sub/cd.XM");
     EXPECT_THAT(m_player.Texts(), ElementsAre("1. c*"));
 }
 
-TEST_F(AddPath, ADropGoesOnBehindWhatCannotBeAdded)
+TEST_F(Doors, ADropGoesOnBehindWhatCannotBeAdded)
 {
     m_player.Fill({"1. old"});
     m_player.adding.pl_Drop({"/gone.mp3", "", "/m/a_b.mp3", "/my.m3u", "/m/sub/cd.XM"});
@@ -128,25 +130,62 @@ TEST_F(AddPath, ADropGoesOnBehindWhatCannotBeAdded)
     EXPECT_THAT(m_player.Texts(), ElementsAre("1. a_b", "2. c", "3. old*"));
 }
 
-TEST_F(AddPath, ALocationIsTakenAsTypedAndAlwaysNumbered)
+TEST_F(Doors, ALocationIsTakenAsTypedAndAlwaysNumbered)
 {
     forms::frmAddLocation form;
     frmAddLocation location(form, m_player.playlist, m_player.settings);
     m_player.Set("Display", "ShowNumbersInPL", "False");
     location.Open();
-    EXPECT_TRUE(form.Visible);
     form.txtLocation.Text = std::string("http://radio/");
     form.txtName.Text = std::string("Radio");
     location.btnCancel_Click();
-    EXPECT_EQ(m_player.playlist.pl.Count(), 0U);
     location.Open();
     location.btnAdd_Click();
+    EXPECT_FALSE(form.Visible);
+    location.Open();
     form.txtLocation.Text = std::string("http://radio/");
     location.btnAdd_Click();
-    EXPECT_FALSE(form.Visible);
     EXPECT_EQ(m_player.playlist.pl.Row(1), (controls::PlaylistEntry{"1. ", "", ""}));
     EXPECT_EQ(m_player.playlist.pl.Row(2), (controls::PlaylistEntry{"2. ", "", "http://radio/"}));
     EXPECT_FALSE(m_player.files.files.contains("/app/list.zvl"));
+}
+
+TEST_F(Doors, FilesOfTheDialogAreAddedWhateverTheyAre)
+{
+    m_player.Fill({"1. old"});
+    AddFiles({});
+    EXPECT_EQ(m_player.playlist.pl.Count(), 1U) << "cancelled";
+    const ports::FileDialog asked = m_player.dialogs.fileDialogs.back();
+    EXPECT_EQ(asked.kind, ports::FileDialogKind::OpenMany);
+    EXPECT_EQ(asked.title, "Open Media");
+    EXPECT_EQ(asked.folder, "c:\\");
+    EXPECT_EQ(asked.filter, m_player.mediaFilter.OpenMediaFilter());
+    m_player.Set("Options", "ConvertUnderscore", "True");
+    AddFiles({"/m/sub/cd.XM", "/m/a_b.mp3", "/m/notes.txt"});
+    EXPECT_THAT(m_player.Texts(), ElementsAre("1. old", "2. c", "3. a b", "4. notes"));
+    EXPECT_EQ(m_player.list.TitleReadCursor, 1);
+    EXPECT_TRUE(m_timer.Enabled);
+    EXPECT_FALSE(m_player.files.files.contains("/app/list.zvl")) << "the reader's pass saves";
+    EXPECT_EQ(m_player.Get("RTM", "TempDir1"), "/m/");
+    m_player.Set("Options", "ReadTitlesOn", "play");
+    m_player.Set("Options", "SortListOnLoad", "True");
+    AddFiles({"/m/d.wave.wav"});
+    EXPECT_THAT(m_player.Texts(),
+                ElementsAre("1. a b", "2. c", "3. d.wave", "4. notes", "5. old*"));
+    EXPECT_THAT(m_player.Saved(), ::testing::HasSubstr("d.wave\r\n0#/m/d.wave.wav\r\n"));
+}
+
+TEST_F(Doors, AFolderOfTheDialogGivesItsKnownFiles)
+{
+    m_player.addingDialogs.AddDirectoryDialog();
+    EXPECT_THAT(m_player.dialogs.folderTitles, ElementsAre("Select Dir"));
+    m_player.dialogs.folder = "/m";
+    m_player.addingDialogs.AddDirectoryDialog();
+    EXPECT_THAT(m_player.Texts(), ElementsAre("1. a_b", "2. d.wave", "3. c"));
+    m_player.Set("Options", "RecureLocation", "False");
+    m_player.addingDialogs.AddDirectoryDialog();
+    EXPECT_EQ(m_player.playlist.pl.Count(), 5U);
+    EXPECT_EQ(m_player.list.TitleReadCursor, 3);
 }
 
 } // namespace

