@@ -22,7 +22,7 @@ JOBS = os.cpu_count() or 1
 
 def sources(top, *endings):
     return sorted(path for folder in FOLDERS for path in (top / folder).rglob("*")
-                  if path.suffix in endings and path.is_file())
+                  if path.suffix in (endings or (".cpp", ".h", ".c")) and path.is_file())
 
 
 def compile_commands(build):
@@ -54,16 +54,13 @@ def run_all(work, items):
 
 def check_format(top, _build):
     def work(path):
-        done = subprocess.run(["clang-format", "--dry-run", "-Werror", str(path)],
-                              capture_output=True, text=True)
-        return done.stderr if done.returncode else ""
-    return run_all(work, sources(top, ".cpp", ".h", ".c"))
+        return subprocess.run(["clang-format", "--dry-run", "-Werror", str(path)], capture_output=True, text=True).stderr
+    return run_all(work, sources(top))
 
 
 def check_includes(top, _build):
     climbing = re.compile(r'^\s*#\s*include\s*[<"][^<">]*\.\./', re.MULTILINE)
-    return [f"{path}: include with \"../\"" for path in sources(top, ".cpp", ".h", ".c")
-            if climbing.search(path.read_text())]
+    return [f"{path}: include with \"../\"" for path in sources(top) if climbing.search(path.read_text())]
 
 
 def neighbour_flags(header, commands, top):
@@ -90,41 +87,31 @@ def check_headers(top, build):
     return run_all(work, sources(top, ".h"))
 
 
-def preprocessed_digest(entry):
-    compiler, flags = arguments(entry)
-    text = subprocess.run([compiler, *flags, "-E", "-P", entry["file"]],
-                          capture_output=True, cwd=entry["directory"]).stdout
-    # Comments can hold suppressions, so the file itself counts too.
-    return hashlib.sha256(text + pathlib.Path(entry["file"]).read_bytes())
-
-
-def tidy_config(top, path):
-    """The settings that count for the file: those of its folder and of the folders above."""
-    files = [folder / ".clang-tidy" for folder in path.parents if folder.is_relative_to(top)]
-    return b"".join(file.read_bytes() for file in files if file.is_file())
-
-
 def check_tidy(top, build):
     commands = compile_commands(build)
     known = build / "tidy-clean"
     known.mkdir(exist_ok=True)
     version = subprocess.run(["clang-tidy", "--version"], capture_output=True).stdout
 
+    def digest(path):
+        """Of all that the findings depend on."""
+        compiler, flags = arguments(commands[path])
+        text = subprocess.run([compiler, *flags, "-E", "-P", path], capture_output=True, cwd=commands[path]["directory"]).stdout
+        settings = [folder / ".clang-tidy" for folder in path.parents if folder.is_relative_to(top)]
+        # Comments can hold suppressions, so the file itself counts too.
+        files = [file.read_bytes() for file in (path, *settings) if file.is_file()]
+        return hashlib.sha256(b"".join([text, *files, version])).hexdigest()
+
     def work(path):
-        digest = preprocessed_digest(commands[path])
-        digest.update(tidy_config(top, path) + version)
-        mark = known / digest.hexdigest()
+        mark = known / digest(path)
         if mark.exists():
             return ""
-        done = subprocess.run(["clang-tidy", "--quiet", "-p", str(build), str(path)],
-                              capture_output=True, text=True)
+        done = subprocess.run(["clang-tidy", "--quiet", "-p", str(build), str(path)], capture_output=True, text=True)
         if done.returncode:
             return done.stdout + done.stderr
         mark.touch()
         return ""
-    tests = top / "tests"
-    ours = [path for path in sources(top, ".cpp") if path in commands and not path.is_relative_to(tests)]
-    return run_all(work, ours)
+    return run_all(work, [path for path in sources(top, ".cpp") if path in commands and not path.is_relative_to(top / "tests")])
 
 
 CHECKS = {"format": check_format, "includes": check_includes, "headers": check_headers, "tidy": check_tidy}
@@ -133,8 +120,7 @@ CHECKS = {"format": check_format, "includes": check_includes, "headers": check_h
 def main():
     check, top, build = sys.argv[1], pathlib.Path(sys.argv[2]), pathlib.Path(sys.argv[3])
     complaints = CHECKS[check](top, build)
-    for complaint in complaints:
-        print(complaint)
+    print("\n".join(complaints))
     return 1 if complaints else 0
 
 

@@ -1,84 +1,60 @@
 #!/usr/bin/env python3
-"""The windows of the built player as its user sees and handles them: face_test.py PROGRAM_DIRECTORY DEMO_DIRECTORY [unittest arguments]"""
-import pathlib
-import re
-import sys
+"""The windows of the built player as its user sees and handles them."""
+import math
 import unittest
 
-from desktop import Desktop, left_samples, wait_until, write_levels
+from desktop import DEMO_DIRECTORY, DesktopTest, wait_until, write_sound
 from skin_reference import POP_OUTS, WINDOWS, Bitmap, Skin
 
-PROGRAM_DIRECTORY = pathlib.Path(sys.argv.pop(1))
-SKIN = Skin(pathlib.Path(sys.argv.pop(1)).parent / "skin")
+SKIN = Skin(DEMO_DIRECTORY.parent / "skin")
 
 ALIKE = 0.02  # share of pixels: what is taken for the same picture
 DIALOGS = {("wmain", "imgOpen"), ("fX", "btnLoad"), ("fX", "btnSave"), ("Playlist", "imgSave")}
 FAR = (1270, 1010)  # a place on the root, away from all windows
+BLOCK = {"wmain": (100, 100), "Playlist": (365, 100), "fX": (100, 277), "frmListMGR": (100, 374)}
 
 
-class FaceTest(unittest.TestCase):
-    def setUp(self):
-        self.desktop = Desktop(PROGRAM_DIRECTORY)
-        self.addCleanup(self.desktop.close)
-        self.rendered = self.desktop.directory / "rendered.wav"
-        self.log = self.desktop.directory / "log"
-        self.ids = {}
-
-    def start(self, *arguments, settings="", place=(100, 100), **variables):
-        """The player with its main window at that place of the screen."""
-        x, y = place
-        text = f"[RTM]\nX={15 * x}\nY={15 * y}\n{settings}"
-        (self.desktop.home / "zuvio.ini").write_text(text)
-        with self.log.open("ab") as stderr:
-            self.player = self.desktop.player(*arguments, stderr=stderr, **variables)
+class FaceTest(DesktopTest):
+    def start(self, *arguments, settings="", **variables):
+        """The player with its main window at 100, 100 of the screen."""
+        self.settings.write_text(f"[RTM]\nX=1500\nY=1500\n{settings}")
+        self.running = self.player(*arguments, **variables)
         self.wait_for_all()
 
     def wait_for_all(self):
+        self.ids = {}
         for name in WINDOWS:
             self.wait_for(name)
-
-    def settings(self):
-        return (self.desktop.home / "zuvio.ini").read_text()
-
-    def xdo(self, *arguments):
-        return self.desktop.output("xdotool", *map(str, arguments)).decode()
+        places = lambda: {name: self.desktop.place(window)[:2] for name, window in self.ids.items()}
+        wait_until(lambda: places() == BLOCK, lambda: f"all stand in one block: {places()}")
 
     def shown(self, name):
         """The ids of the shown windows of that size; there is one or none."""
-        width, height = WINDOWS[name][0]
-        found = self.xdo("search", "--onlyvisible", "--class", "velmo-player").split()
-        return [window for window in found
-                if f"WIDTH={width}\nHEIGHT={height}\n" in self.xdo("getwindowgeometry", "--shell", window)]
+        return self.desktop.windows_of_size(WINDOWS[name][0])
 
     def wait_for(self, name):
         self.ids[name] = wait_until(lambda: self.shown(name), f"window {name}")[0]
 
-    def window(self, name):
-        """The id under which the window was last waited for."""
-        return self.ids[name]
-
-    def place(self, name):
-        text = self.xdo("getwindowgeometry", "--shell", self.window(name))
-        return tuple(int(re.search(rf"^{axis}=(-?\d+)", text, re.MULTILINE).group(1)) for axis in "XY")
-
     def look(self, name):
         size = WINDOWS[name][0]
-        pixels = self.desktop.pixels(self.window(name), 0, 0, *size)
+        pixels = self.desktop.pixels(self.ids[name], 0, 0, *size)
         return Bitmap(*size, b"".join(map(bytes, pixels)))
 
     def point_at(self, name, x, y):
-        self.xdo("mousemove", "--sync", "--window", self.window(name), x, y)
+        self.desktop.point(self.ids[name], x, y)
 
     def point_away(self):
-        self.xdo("mousemove", "--sync", *FAR)
+        self.desktop.xdo("mousemove", *FAR)
 
     def click(self, name, point, button=1):
-        self.point_at(name, *point)
-        self.xdo("click", button)
+        self.desktop.click(self.ids[name], *point, button)
 
-    def press_key(self, name, key):
-        """The key of a window's control: pressed and released."""
+    def click_key(self, name, key):
         self.click(name, WINDOWS[name][2][key].middle)
+
+    def other_windows(self):
+        """Menus and dialogs."""
+        return set(self.desktop.player_windows()) - set(self.ids.values())
 
     def wait_for_state(self, name, key, state):
         """The key shows the picture of that state, and that of no other one."""
@@ -117,9 +93,7 @@ class Pictures(FaceTest):
                 wait_until(lambda: difference() <= 0.001, lambda: f"{name} differs by {difference()}")
 
     def test_keys_light_up_under_the_pointer_sink_when_pressed_and_come_back(self):
-        path = self.desktop.directory / "long.wav"
-        write_levels(path, 100, seconds=600)
-        self.start(path)
+        self.start(self.make("long.wav", 100, seconds=600))
         for name, (_, _, keys, _) in WINDOWS.items():
             for control, key in keys.items():
                 try:
@@ -130,7 +104,7 @@ class Pictures(FaceTest):
     def test_the_playlists_pop_outs_do_as_well(self):
         self.start()
         for opener, keys in POP_OUTS.items():
-            self.press_key("Playlist", opener)
+            self.click_key("Playlist", opener)
             for control, key in keys.items():
                 with self.subTest(control):
                     self.wait_for_state("Playlist", key, "normal")
@@ -144,10 +118,10 @@ class Pictures(FaceTest):
     def look_at_states(self, name, control, key):
         self.point_at(name, *key.middle)
         self.wait_for_state(name, key, "hover")
-        self.xdo("mousedown", 1)
+        self.desktop.xdo("mousedown", 1)
         self.wait_for_state(name, key, "pressed")
         if (name, control) == ("frmListMGR", "imgClose"):  # kept: it acts wherever it is let go
-            self.xdo("mouseup", 1)
+            self.desktop.xdo("mouseup", 1)
             wait_until(lambda: not self.shown(name), "the manager goes")
             return
         self.release(name, control, key)
@@ -159,9 +133,9 @@ class Pictures(FaceTest):
         """Lets go of a pressed key and undoes what that does."""
         if control in ("imgClose", "imgMinimize", "imgCaptionClose", "maincapclose"):
             self.point_away()  # released outside they do nothing
-            self.xdo("mouseup", 1)
+            self.desktop.xdo("mouseup", 1)
             return
-        self.xdo("mouseup", 1)
+        self.desktop.xdo("mouseup", 1)
         shows = {"imgShowPL": "Playlist", "imgShowListMgr": "frmListMGR", "imgShowFX": "fX"}
         if control in shows:
             wait_until(lambda: not self.shown(shows[control]), f"{shows[control]} goes")
@@ -173,81 +147,136 @@ class Pictures(FaceTest):
             self.click(name, key.middle)
 
     def close_dialog(self):
-        own = [self.window(name) for name in WINDOWS]
-        dialogs = lambda: set(self.xdo("search", "--onlyvisible", "--class", "velmo-player").split()) - set(own)
-        dialog = wait_until(dialogs, "a dialog").pop()
-        self.xdo("windowactivate", dialog)
-        wait_until(lambda: self.xdo("getwindowfocus").strip() == dialog, "focus")
-        self.xdo("key", "Escape")
-        wait_until(lambda: not dialogs(), "the dialog goes")
+        self.desktop.press_key(wait_until(self.other_windows, "a dialog").pop(), "Escape")
+        wait_until(lambda: not self.other_windows(), "the dialog goes")
 
 
 class Journey(FaceTest):
-    def test_a_list_is_played_moved_folded_sorted_and_found_again(self):
-        folder = self.desktop.directory / "music"
-        folder.mkdir()
+    def test_a_list_is_played_folded_sorted_and_found_again(self):
         for name, level in (("b.wav", 100), ("a.wav", 200), ("c.wav", 300)):
-            write_levels(folder / name, level, seconds=60)
+            folder = self.make(f"music/{name}", level, seconds=60).parent
         self.start(folder, settings="[DJ]\nMethod=3\n", VELMO_AUDIO=f"wav:{self.rendered}")
-        playing = lambda: next((value for value in reversed(left_samples(self.rendered)) if value != 0), 0)
-        hears = lambda level: wait_until(lambda: playing() == level, lambda: f"level {level}; it is {playing()}")
-        hears(200)  # the walk of a folder goes by name
-        self.press_key("wmain", "imgNext")
-        hears(100)
+        self.hears(200)  # the walk of a folder goes by name
+        self.click_key("wmain", "imgNext")
+        self.hears(100)
         self.click("Playlist", (100, 19 + 14 * 2 + 7))
-        self.press_key("wmain", "imgPlay")
-        hears(300)
+        self.click_key("wmain", "imgPlay")
+        self.hears(300)
+        self.type("b")
+        self.hears(100)
+        self.click_key("wmain", "imgStop")
+        wait_until(lambda: self.samples()[-1] == 0, "silence")
 
-        self.drag_block()
         self.fold_equalizer()
         self.sort_backwards()
 
-        self.xdo("windowactivate", "--sync", self.window("wmain"))
-        self.xdo("key", "r")
-        wait_until(lambda: not left_samples(self.rendered), "a new device after the restart")
+        self.type("r")
+        wait_until(lambda: not self.samples(), "a new device after the restart")
         self.wait_for_all()
-        self.assertEqual(self.places(), self.block_at(400, 300))
-        self.xdo("windowactivate", "--sync", self.window("wmain"))
-        self.xdo("key", "x")
-        self.assertEqual(self.player.wait(20), 0)
-        self.assertIn("X=6000", self.settings())
-        saved = (self.desktop.home / "list.zvl").read_text()
-        self.assertLess(saved.index("/c.wav"), saved.index("/b.wav"))
-        self.assertLess(saved.index("/b.wav"), saved.index("/a.wav"))
-
-        self.player = self.desktop.player()
+        self.type("x")
+        self.ends(self.running)
+        saved = self.saved_list()
+        self.assertTrue(saved.index("/c.wav") < saved.index("/b.wav") < saved.index("/a.wav"))
+        self.player()
         self.wait_for_all()
-        self.assertEqual(self.places(), self.block_at(400, 300))
 
-    def places(self):
-        return {name: self.place(name) for name in WINDOWS}
-
-    @staticmethod
-    def block_at(x, y):
-        return {"wmain": (x, y), "Playlist": (x + 265, y), "fX": (x, y + 177), "frmListMGR": (x, y + 274)}
-
-    def drag_block(self):
-        self.assertEqual(self.places(), self.block_at(100, 100))
-        self.point_at("wmain", 140, 12)
-        self.xdo("mousedown", 1)
-        for step in range(1, 11):
-            self.xdo("mousemove", "--sync", 240 + 30 * step, 112 + 20 * step)
-        self.xdo("mouseup", 1)
-        wait_until(lambda: self.places() == self.block_at(400, 300), lambda: f"the block has moved: {self.places()}")
+    def type(self, key):
+        self.desktop.press_key(self.ids["wmain"], key)
 
     def fold_equalizer(self):
-        self.press_key("wmain", "imgShowFX")
-        wait_until(lambda: not self.shown("fX"), "the equalizer goes")
-        wait_until(lambda: self.place("frmListMGR") == (400, 477), "the manager moves up")
-        self.assertIn("ShowFX=False", self.settings())
-        self.press_key("wmain", "imgShowFX")
-        wait_until(lambda: self.shown("fX") and self.places() == self.block_at(400, 300), "all is as it was")
+        top_of_manager = lambda: self.desktop.place(self.ids["frmListMGR"])[1]
+        self.click_key("wmain", "imgShowFX")
+        wait_until(lambda: not self.shown("fX") and top_of_manager() == 277, "the manager moves up")
+        self.assertIn("ShowFX=False", self.settings.read_text())
+        self.click_key("wmain", "imgShowFX")
+        wait_until(lambda: self.shown("fX") and top_of_manager() == 374, "all is as it was")
 
     def sort_backwards(self):
-        self.press_key("Playlist", "imgOrder")
+        self.click_key("Playlist", "imgOrder")
         self.click("Playlist", POP_OUTS["imgOrder"]["imgOrderZA"].middle)
-        saved = lambda: (self.desktop.home / "list.zvl").read_text()
-        wait_until(lambda: saved().index("/c.wav") < saved().index("/a.wav"), "the list is sorted")
+        wait_until(lambda: self.saved_list().index("/c.wav") < self.saved_list().index("/a.wav"), "the list is sorted")
+
+
+class Menus(FaceTest):
+    def test_they_open_at_the_windows_corner_and_act(self):
+        self.start()
+        places = lambda: [self.desktop.place(menu)[:2] for menu in self.other_windows()]
+        self.click("wmain", (11, 11))
+        wait_until(lambda: places() == [(100, 100)], lambda: f"the main menu: {places()}")
+        self.desktop.xdo("key", "Escape")
+        wait_until(lambda: not places(), "the menu goes")
+        self.click("wmain", (70, 30), button=3)
+        wait_until(lambda: places() == [(100, 100)], lambda: f"the time's menu: {places()}")
+        self.desktop.xdo("key", "Down", "Return")
+        wait_until(lambda: "TimeMode=False" in self.settings.read_text(), "time that is left")
+
+
+class Equalizer(FaceTest):
+    def test_bars_tickers_and_keys_change_what_is_heard(self):
+        tone = self.desktop.directory / "tone.wav"
+        write_sound(tone, [round(3000 * math.sin(2 * math.pi * 1000 * frame / 44100)) for frame in range(44100)], seconds=120)
+        self.start(tone, VELMO_AUDIO=f"wav:{self.rendered}")
+        bar = 92  # pixels from the left: that of 1 kHz
+
+        def expect(decibels, what):
+            peak = lambda: max(self.samples()[-4410:], default=0)
+            wanted = 3000 * 10 ** (decibels / 20)
+            wait_until(lambda: abs(peak() - wanted) < 0.03 * wanted, lambda: f"{what}: {wanted}; it is {peak()}")
+
+        expect(0, "flat")
+        self.click("fX", (bar, 25))
+        expect(10, "the bar's top")
+        self.point_at("fX", bar, 28)
+        self.desktop.xdo("mousedown", 1)
+        for y in range(29, 52):
+            self.point_at("fX", bar, y)
+        self.desktop.xdo("mouseup", 1)
+        expect(0, "the ticker back in the middle")
+        self.click("fX", (bar, 74))
+        expect(-10, "the bar's end")
+        self.click_key("fX", "btnState")
+        expect(0, "switched off")
+        self.click_key("fX", "btnState")
+        expect(-10, "and on")
+        self.click_key("fX", "btnReset")
+        expect(0, "reset")
+        self.click_key("fX", "imgCaptionClose")
+        wait_until(lambda: self.desktop.place(self.ids["frmListMGR"])[:2] == BLOCK["fX"], "the manager takes its place")
+        self.terminate(self.running)
+        self.assertIn("ShowFX=False", self.settings.read_text())
+        self.assertEqual((self.desktop.home / "zuvio.zfx").read_bytes(), b"ZVFX10\r\n" + b" 700 \r\n" * 11)
+
+
+class Manager(FaceTest):
+    def click_row(self, number, **how):
+        self.desktop.click(self.ids["frmListMGR"], 60, 19 + 16 * (number - 1) + 8, **how)
+
+    def test_lists_are_opened_renamed_and_removed(self):
+        entries = f"rock\r\n2#{self.make('rock.wav', 100, seconds=2)}\r\n".encode()
+        internal, rock, jazz = (self.desktop.home / name for name in ("list.zvl", "lists/list0.zvl", "lists/list1.zvl"))
+        rock.parent.mkdir()
+        internal.write_bytes(b"#ZVL20#Internal playlist\r\n")
+        rock.write_bytes(b"#ZVL20#Rock\r\n" + entries)
+        jazz.write_bytes(b"#ZVL20#Jazz\r\n")
+        self.start()
+        self.click_row(3, times=2)
+        wait_until(lambda: entries in internal.read_bytes(), "the list is open")
+
+        self.click_row(3, button=3)
+        wait_until(self.other_windows, "the menu")
+        self.desktop.xdo("key", "--delay", 30, "Up", "Up", "Return")
+        wait_until(lambda: not self.other_windows(), "the menu goes")
+        self.desktop.xdo("type", "--delay", 30, "Old rock")
+        self.desktop.xdo("key", "Return")
+        wait_until(lambda: rock.read_bytes() == b"#ZVL20#Old rock\r\n" + entries, lambda: f"the new title: {rock.read_bytes()}")
+        self.desktop.xdo("key", "Delete")
+        wait_until(lambda: not rock.exists(), "the next key is heard again")
+
+        self.click_row(1)
+        self.desktop.xdo("key", "--delay", 30, "Delete", "F5")
+        self.click_key("frmListMGR", "imgClose")
+        wait_until(lambda: "ShowPLMGR=False" in self.settings.read_text(), "it closes and stays away")
+        self.assertTrue(internal.exists(), "the internal list can't be removed")
 
 
 if __name__ == "__main__":

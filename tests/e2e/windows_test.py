@@ -1,15 +1,10 @@
 #!/usr/bin/env python3
-"""The windows of the built player, judged by pictures of the whole screen: windows_test.py PROGRAM_DIRECTORY DEMO_DIRECTORY [unittest arguments]"""
-import pathlib
-import re
+"""The windows of the built player, judged by pictures of the whole screen."""
 import subprocess
-import sys
 import unittest
 
-from desktop import Desktop, wait_until
+from desktop import DesktopTest, wait_until
 
-PROGRAM_DIRECTORY = pathlib.Path(sys.argv.pop(1))
-sys.argv.pop(1)  # the demo music is not needed
 WIDTH, HEIGHT = 1280, 1024
 ROOT = 255  # the bare screen, in grey
 SIZES = {"wmain": (265, 177), "Playlist": (314, 490), "fX": (265, 97), "frmListMGR": (265, 138)}
@@ -40,40 +35,30 @@ class Picture:
         return sum(self.grey[row * WIDTH + left:row * WIDTH + right].count(ROOT) for row in range(top, bottom))
 
 
-class WindowsTest(unittest.TestCase):
+class WindowsTest(DesktopTest):
+    def setUp(self):
+        pass  # each test starts desktops of its own
+
     def start_desktop(self, window_manager=True):
-        self.desktop = Desktop(PROGRAM_DIRECTORY, window_manager)
-        self.addCleanup(self.desktop.close)
+        super().start_desktop(window_manager)
         self.desktop.output("xsetroot", "-solid", "white")
 
-    def settings(self, text):
-        (self.desktop.home / "zuvio.ini").write_text(text)
-
-    def start_player(self, scale=1.0, **variables):
-        """Starts it and waits for the four windows: {name: id}."""
+    def start_player(self, settings="[RTM]\nX=1500\nY=1500\n", scale=1.0):
+        """Waits for the four windows: {name: id}."""
         self.scale = scale
-        self.player = self.desktop.player(QT_SCALE_FACTOR=str(scale), **variables)
-        sizes = {tuple(int(length * scale + 0.5) for length in size): name for name, size in SIZES.items()}
-
-        def found():
-            windows = self.desktop.output("xdotool", "search", "--onlyvisible", "--class", "velmo-player").decode().split()
-            places = {window: self.place(window) for window in windows}
-            named = {sizes[place[2:]]: window for window, place in places.items() if place and place[2:] in sizes}
-            return named if len(named) == len(SIZES) else None
-
-        self.windows = wait_until(found, "four windows")
+        self.settings.write_text(settings)
+        self.running = self.player(QT_SCALE_FACTOR=str(scale))
+        self.windows = {}
+        for name, size in SIZES.items():
+            pixels = tuple(int(length * scale + 0.5) for length in size)
+            self.windows[name] = wait_until(lambda: self.desktop.windows_of_size(pixels), name)[0]
         self.screen_is_still()
-        return self.windows
 
-    def place(self, window):
-        """Left, top, width and height, as the server says."""
-        found = self.desktop.output("xwininfo", "-id", str(window)).decode()
-        values = [re.search(rf"{what}: +(-?\d+)", found) for what in
-                  ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")]
-        return tuple(int(value[1]) for value in values) if all(values) else None
+    def place(self, name):
+        return self.desktop.place(self.windows[name])
 
     def places(self):
-        return {name: self.place(window) for name, window in self.windows.items()}
+        return {name: self.place(name) for name in self.windows}
 
     def picture(self):
         return Picture(subprocess.run(["import", "-silent", "-window", "root", "-depth", "8", "gray:-"],
@@ -88,24 +73,24 @@ class WindowsTest(unittest.TestCase):
             return len(last) > 1 and last[-1] == last[-2]
         wait_until(still, "the windows are still")
 
-    def assert_glued(self):
+    def assert_glued_at(self, left, top):
         places = self.places()
-        left, top, width, height = places["wmain"]
-        self.assertEqual(places["Playlist"][:2], (left + width, top))
-        self.assertEqual(places["fX"][:2], (left, top + height))
-        self.assertEqual(places["frmListMGR"][:2], (left, top + height + places["fX"][3]))
+        width, height = places["wmain"][2:]
+        self.assertEqual({name: place[:2] for name, place in places.items()},
+                         {"wmain": (left, top), "Playlist": (left + width, top), "fX": (left, top + height),
+                          "frmListMGR": (left, top + height + places["fX"][3])})
 
-    def drag(self, start, *ends, pause=1 / 120):
-        """Presses at a point of the screen, moves through the others, releases."""
-        steps = ["mousemove", *map(str, start), "sleep", "0.1", "mousedown", "1"]
+    def drag(self, start, *ways):
+        """Presses at a point of the screen, moves by these ways, 120 steps a second, releases."""
+        steps = ["mousemove", *start, "sleep", "0.1", "mousedown", 1]
         at = start
-        for end in ends:
-            count = max(abs(end[0] - at[0]), abs(end[1] - at[1])) // 6
+        for way in ways:
+            count = max(map(abs, way)) // 6
             for step in range(1, count + 1):
-                x, y = (round(a + (b - a) * step / count) for a, b in zip(at, end))
-                steps += ["mousemove", str(x), str(y), "sleep", f"{pause:.4f}"]
-            at = end
-        self.desktop.output("xdotool", *steps, "sleep", "0.1", "mouseup", "1")
+                steps += ["mousemove", round(at[0] + way[0] * step / count), round(at[1] + way[1] * step / count),
+                          "sleep", "0.0083"]
+            at = at[0] + way[0], at[1] + way[1]
+        self.desktop.xdo(*steps, "sleep", "0.1", "mouseup", 1)
 
 
 class Dragging(WindowsTest):
@@ -125,20 +110,17 @@ class Dragging(WindowsTest):
 
     def check_block_in_motion(self, window_manager):
         self.start_desktop(window_manager)
-        self.settings("[RTM]\nX=1500\nY=1500\n")
         self.start_player()
-        self.assert_glued()
+        self.assert_glued_at(100, 100)
         still = self.picture().form()
-        left, top, _, _ = self.place(self.windows["wmain"])
-        grip = (left + 60, top + 8)
-        film = self.film(lambda: self.drag(grip, (grip[0] + 400, grip[1] + 240), (grip[0] - 30, grip[1] + 300), grip,
-                                           (grip[0] + 200, grip[1] + 100)))
+        film = self.film(lambda: self.drag((160, 108), (400, 240), (-430, 60), (30, -300), (200, 100)))
         places = [picture.bounds()[:2] for picture in film]
         self.assertGreater(len(set(places)), 40, "the film shows the block on its way")
         torn = [place for place, picture in zip(places, film) if picture.form() != still]
         self.assertEqual(torn, [], f"of {len(film)} pictures")
-        self.assert_glued()
-        self.assertEqual(self.place(self.windows["wmain"])[:2], (left + 200, top + 100))
+        self.assert_glued_at(300, 200)
+        self.terminate(self.running)
+        self.assertIn("X=4500\nY=3000", self.settings.read_text())
 
     def test_a_block_is_whole_in_every_picture_of_a_drag(self):
         self.check_block_in_motion(window_manager=True)
@@ -146,23 +128,20 @@ class Dragging(WindowsTest):
     def test_a_block_is_whole_without_a_window_manager(self):
         self.check_block_in_motion(window_manager=False)
 
-    def test_windows_snap_to_each_other_and_to_the_screen_and_part_when_dragged_alone(self):
+    def test_a_window_dragged_alone_leaves_the_block_and_snaps_to_the_screen(self):
         self.start_desktop()
-        self.settings("[RTM]\nX=1500\nY=1500\n")
         self.start_player()
-        left, top, width, height = self.place(self.windows["fX"])
-        self.drag((left + 100, top + 8), (left + 100 - 60, top + 8 + 560))
+        left, top, width, height = self.place("fX")
+        self.drag((left + 100, top + 8), (-27, 641))
         self.screen_is_still()
-        self.assertEqual(self.place(self.windows["fX"])[:2], (left - 60, top + 560))
-        self.assertEqual(self.place(self.windows["wmain"])[:2], (100, 100))
-        self.drag((left - 60 + 100, top + 568), (left - 60 + 100 + 33, top + 568 + 81))
+        self.assertEqual(self.place("fX")[:2], (left - 27, HEIGHT - height), "nine pixels from the edge it jumps there")
+        # The main window goes without it, the manager by the playlist's side goes along.
+        before = self.places()
+        self.drag((160, 108), (12, 24))
         self.screen_is_still()
-        self.assertEqual(self.place(self.windows["fX"])[1], HEIGHT - height, "nine pixels from the edge it jumps there")
-        # The main window goes without it, the manager stays too: nothing joins it to the block any more.
-        self.drag((100 + 60, 108), (100 + 60 + 12, 108 + 24))
-        self.screen_is_still()
-        self.assertEqual(self.place(self.windows["wmain"])[:2], (112, 124))
-        self.assertEqual(self.place(self.windows["Playlist"])[:2], (112 + 265, 124))
+        for name, (left, top, width, height) in before.items():
+            gone = (0, 0) if name == "fX" else (12, 24)
+            self.assertEqual(self.place(name), (left + gone[0], top + gone[1], width, height), name)
 
 
 class Scales(WindowsTest):
@@ -174,51 +153,43 @@ class Scales(WindowsTest):
                 self.desktop.close()
 
     def check_scale(self, scale):
-        self.settings("[RTM]\nX=313\nY=151\n")
-        self.start_player(scale)
-        self.assert_glued()
+        self.start_player("[RTM]\nX=313\nY=151\n", scale)
+        left, top = self.place("wmain")[:2]
+        self.assert_glued_at(left, top)
         self.check_seams()
         # Dragged about, they still touch, and a button far down is hit where it is seen.
-        left, top, _, height = self.place(self.windows["wmain"])
-        grip = (left + round(60 * scale), top + round(8 * scale))
-        self.drag(grip, (grip[0] + 41, grip[1] + 57))
+        self.drag((left + round(60 * scale), top + round(8 * scale)), (41, 57))
         self.screen_is_still()
-        self.assert_glued()
-        self.assertEqual(self.place(self.windows["wmain"])[:2], (left + 41, top + 57))
+        self.assert_glued_at(left + 41, top + 57)
         self.check_seams()
         for corner in ((97, 129), (127, 159)):  # of the equalizer's button, just within its rim
             x, y = (round(place * scale) for place in corner)
-            self.desktop.output("xdotool", "mousemove", str(left + 41 + x), str(top + 57 + y), "click", "1")
+            self.desktop.xdo("mousemove", left + 41 + x, top + 57 + y, "click", 1)
             wait_until(lambda: bool(self.desktop.windows("Equalizer")) == (corner[0] == 127), "the equalizer goes and comes")
         self.screen_is_still()
-        self.assert_glued()
+        self.assert_glued_at(left + 41, top + 57)
 
     def check_seams(self):
         """Away from the round corners nothing of the bare screen shows where two windows touch."""
         places = self.places()
         picture = self.picture()
         corner = round(8 * self.scale)
-        for upper, lower in (("wmain", "fX"), ("fX", "frmListMGR")):
+        for upper in ("wmain", "fX"):
             left, top, width, height = places[upper]
             seam = top + height
-            self.assertEqual(places[lower][1], seam)
-            self.assertEqual(picture.bare(left + corner, seam - 2, left + width - corner, seam + 2), 0, (upper, lower))
+            self.assertEqual(picture.bare(left + corner, seam - 2, left + width - corner, seam + 2), 0, f"below {upper}")
         left, top, width, height = places["wmain"]
         seam = left + width
         self.assertEqual(picture.bare(seam - 2, top + corner, seam + 2, top + height - corner), 0, "the playlist")
-        right, bottom = picture.bounds()[2:]
         playlist = places["Playlist"]
         end = (playlist[0] + playlist[2], min(playlist[1] + playlist[3], HEIGHT))
-        self.assertEqual((right, bottom), end, "painted to the last pixel")
+        self.assertEqual(picture.bounds()[2:], end, "painted to the last pixel")
 
 
 class Screens(WindowsTest):
-    def xrandr(self, *arguments):
-        self.desktop.output("xrandr", *arguments)
-
-    def two_screens(self):
-        self.xrandr("--setmonitor", "left", "640/169x1024/270+0+0", "screen")
-        self.xrandr("--setmonitor", "right", "640/169x1024/270+640+0", "none")
+    def wait_for_place(self, window, place):
+        now = lambda: self.desktop.place(window)[:2]
+        wait_until(lambda: now() == place, lambda: f"at {place}: {now()}")
 
     def test_a_block_comes_back_to_a_smaller_desktop_and_half_a_window_off_it_stays(self):
         alone = "ShowPL=False\nShowFX=False\nShowPLMGR=False\n"
@@ -226,40 +197,36 @@ class Screens(WindowsTest):
                                    ((18000, 4500), "", (1280 - 265 - 314, 300))):
             with self.subTest(start=start, more=more):
                 self.start_desktop()
-                self.settings(f"[RTM]\nX={start[0]}\nY={start[1]}\n{more}")
-                self.player = self.desktop.player()
-                window = self.desktop.wait_for_main_window()
-                wait_until(lambda: self.place(window)[:2] == place, lambda: f"at {place}: {self.place(window)}", 20)
+                self.settings.write_text(f"[RTM]\nX={start[0]}\nY={start[1]}\n{more}")
+                self.player()
+                self.wait_for_place(self.desktop.wait_for_main_window(), place)
                 self.desktop.close()
 
     def test_an_edge_between_two_screens_catches_and_a_lost_screen_gives_its_block_back(self):
         self.start_desktop()
-        self.two_screens()
-        self.settings("[RTM]\nX=9900\nY=1500\n")
-        self.start_player()
-        main = self.windows["wmain"]
-        self.drag((720, 108), (720 - 13, 108))
-        wait_until(lambda: self.place(main)[:2] == (640, 100), lambda: f"caught by the edge: {self.place(main)}")
+        for name, left, output in (("left", 0, "screen"), ("right", 640, "none")):
+            self.desktop.output("xrandr", "--setmonitor", name, f"640/169x1024/270+{left}+0", output)
+        self.start_player("[RTM]\nX=9900\nY=1500\n")
+        self.drag((720, 108), (-13, 0))
+        self.wait_for_place(self.windows["wmain"], (640, 100))
         self.screen_is_still()
-        self.xrandr("--delmonitor", "right")
-        wait_until(lambda: self.place(main)[:2] == (640 - 265 - 314, 100), lambda: f"on the left: {self.place(main)}", 20)
+        self.assert_glued_at(640, 100)
+        self.desktop.output("xrandr", "--delmonitor", "right")
+        self.wait_for_place(self.windows["wmain"], (640 - 265 - 314, 100))
         self.screen_is_still()
-        self.assert_glued()
+        self.assert_glued_at(640 - 265 - 314, 100)
 
 
 class Minimising(WindowsTest):
     def check(self, window_manager):
         self.start_desktop(window_manager)
-        self.settings("[RTM]\nX=1500\nY=1500\n")
         self.start_player()
-        left, top, _, _ = self.place(self.windows["wmain"])
-        self.desktop.output("xdotool", "mousemove", str(left + 239), str(top + 8), "click", "1")
-        visible = lambda: self.desktop.output("xdotool", "search", "--onlyvisible", "--class", "velmo-player").split()
-        wait_until(lambda: not visible(), "all go with the main window")
-        self.assertEqual(self.desktop.player().wait(30), 0)
-        wait_until(lambda: len(visible()) == 4, "all come back")
+        self.desktop.xdo("mousemove", 339, 108, "click", 1)
+        wait_until(lambda: not self.desktop.player_windows(), "all go with the main window")
+        self.ends(self.player())
+        wait_until(lambda: len(self.desktop.player_windows()) == 4, "all come back")
         self.screen_is_still()
-        self.assert_glued()
+        self.assert_glued_at(100, 100)
 
     def test_neighbours_go_and_come_with_the_main_window(self):
         self.check(window_manager=True)
@@ -269,10 +236,9 @@ class Minimising(WindowsTest):
 
     def test_always_on_top_keeps_the_windows_that_are_there(self):
         self.start_desktop()
-        self.settings("[Options]\nAlwaysOnTop=True\n")
-        self.start_player()
-        wait_until(lambda: b"ABOVE" in self.desktop.output("xprop", "-id", self.windows["wmain"], "_NET_WM_STATE"), "above")
-        listed = self.desktop.output("xprop", "-id", self.windows["fX"], "_NET_WM_WINDOW_TYPE", "WM_TRANSIENT_FOR").decode()
+        self.start_player("[Options]\nAlwaysOnTop=True\n")
+        wait_until(lambda: "ABOVE" in self.desktop.output("xprop", "-id", self.windows["wmain"], "_NET_WM_STATE"), "above")
+        listed = self.desktop.output("xprop", "-id", self.windows["fX"], "_NET_WM_WINDOW_TYPE", "WM_TRANSIENT_FOR")
         self.assertIn("UTILITY", listed)
         self.assertIn(hex(int(self.windows["wmain"])), listed)
 

@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <cstring>
+#include <sstream>
+
 namespace velmo {
 namespace {
 
@@ -94,34 +97,21 @@ TEST_F(StartTest, EachFatalFailureShowsItsBoxAndEndsTheStart)
 
 TEST_F(StartTest, WithoutEqualizerAddOnTheProgramGoesOn)
 {
+    const std::string opened = "open /program/libbass_fx.so";
     const std::string wrong = "box BASS_FX.DLL: An incorrect version of BASS_FX.DLL was loaded "
                               "(2.4 is required)\nEqualizer will be disabled.";
+    const std::string missing =
+        "box BASS_FX.DLL: BASS_FX.DLL does not exists!\nEqualizer will be disabled.";
+    const std::string off = "no equalizer";
+    const auto behindDevice = [this](std::ptrdiff_t count) {
+        EXPECT_TRUE(Run());
+        return std::vector<std::string>(m_log.begin() + 3, m_log.begin() + 3 + count);
+    };
     m_player.bass.effectsVersion = 0x02030000;
-    EXPECT_TRUE(Run());
-    m_log.resize(7);
-    EXPECT_THAT(m_log,
-                ElementsAre("open /program/libbass.so",
-                            "window",
-                            "BASS_Init -1 44100 260",
-                            "open /program/libbass_fx.so",
-                            wrong,
-                            "no equalizer",
-                            "palette"));
+    EXPECT_THAT(behindDevice(4), ElementsAre(opened, wrong, off, "palette"));
     m_player.files.files.erase("/program/libbass_fx.so");
     m_libraries.libraries.erase("/program/libbass_fx.so");
-    EXPECT_TRUE(Run());
-    m_log.resize(9);
-    EXPECT_THAT(m_log,
-                ElementsAre("open /program/libbass.so",
-                            "window",
-                            "BASS_Init -1 44100 260",
-                            "box BASS_FX.DLL: BASS_FX.DLL does not exists!\n"
-                            "Equalizer will be disabled.",
-                            "no equalizer",
-                            "open /program/libbass_fx.so",
-                            wrong,
-                            "no equalizer",
-                            "palette"));
+    EXPECT_THAT(behindDevice(6), ElementsAre(missing, off, opened, wrong, off, "palette"));
 
     // What ends the program while the first box is open ends the start there.
     m_player.dialogs.whileOpen = [this](const auto&) { m_application.Quit(0); };
@@ -170,10 +160,11 @@ TEST_F(StartTest, PluginsAreLoadedListedOrPassedOverByTheirKeys)
 
 TEST_F(StartTest, PluginsEndAtAFullTableAndTheirFolderMayBeMissing)
 {
-    for (int i = 0; i < 300; ++i)
-        m_player.files.files["/app/plugins/bass" + std::to_string(i) + ".so"] = "";
-    for (const auto& [path, content] : m_player.files.files)
+    for (int i = 0; i < 300; ++i) {
+        const std::string path = "/app/plugins/bass" + std::to_string(i) + ".so";
+        m_player.files.files[path] = "";
         m_player.bass.plugins[path] = {};
+    }
     m_player.files.unreachable = {"/program/plugins/"};
     ::testing::internal::CaptureStderr();
     EXPECT_TRUE(Run());
@@ -185,87 +176,56 @@ TEST_F(StartTest, PluginsEndAtAFullTableAndTheirFolderMayBeMissing)
 
 TEST_F(StartTest, EverySettingReachesTheLibraryAsItIsTold)
 {
-    struct Case
-    {
-        std::vector<std::array<std::string, 3>> settings;
-        const char* call; ///< the beginning of the calls that are looked at
-        std::vector<std::string> expected;
-    };
-    const auto proxy = [](const char* name,
-                          const char* port,
-                          const char* user,
-                          const char* password) -> std::vector<std::array<std::string, 3>> {
-        return {
-            {"Setup", "UseDefaultNetSettings", "False" },
-            {"Setup", "Proxy",                 name    },
-            {"Setup", "Port",                  port    },
-            {"Setup", "Username",              user    },
-            {"Setup", "Password",              password},
+    // `settings` stand apart by "|". Of the calls that begin with `call` the rest is looked at,
+    // with a ";" behind each.
+    const auto expect =
+        [this](const char* section, const char* settings, const char* call, const char* rests) {
+            std::istringstream texts(settings);
+            std::vector<std::string> keys;
+            for (std::string text; std::getline(texts, text, '|');) {
+                keys.push_back(text.substr(0, text.find('=')));
+                Set(section, keys.back(), text.substr(text.find('=') + 1));
+            }
+            EXPECT_TRUE(Run());
+            std::string found;
+            for (const std::string& line : m_log)
+                if (line.starts_with(call))
+                    found += line.substr(std::strlen(call)) + ";";
+            EXPECT_EQ(found, rests) << settings;
+            for (const std::string& key : keys)
+                Set(section, key, "");
         };
-    };
-    const auto preset = [](const char* name) -> std::vector<std::array<std::string, 3>> {
-        return {
-            {"Sound", "EAX_Preset", name}
-        };
-    };
-    const auto extensions = [](const char* masks) -> std::vector<std::array<std::string, 3>> {
-        return {
-            {"Files", "CheckAssociationOnStart", "true"},
-            {"Files", "Extensions",              masks },
-            {"Files", "ManageAudioCds",          "True"},
-        };
-    };
-    const std::string program = "associate: the program";
-    const Case cases[] = {
-        {{{"Sound", "LogarithmicVolume", "1"}},             "BASS_SetConfig 7",                        {"BASS_SetConfig 7 0"}                                                                 },
-        {{{"Sound", "FloatDSP", "true"}},                   "BASS_SetConfig 9",                        {"BASS_SetConfig 9 -1"}                                                                },
-        {{{"Sound", "3DAlgorithm", "NORMAL"}},              "BASS_SetConfig 10",                       {"BASS_SetConfig 10 1"}                                                                },
-        {{{"Sound", "3DAlgorithm", "Good"}},                "BASS_SetConfig 10",                       {"BASS_SetConfig 10 3"}                                                                },
-        {{{"Sound", "3DAlgorithm", "Highest"}},             "BASS_SetConfig 10",                       {"BASS_SetConfig 10 2"}                                                                },
-        {{{"Sound", "3DAlgorithm", "Off"}},                 "BASS_SetConfig 10",                       {}                                                                                     },
-        {{{"Sound", "PlaybackBuffer", "250 ms"}},           "BASS_SetConfig 0",                        {"BASS_SetConfig 0 250"}                                                               },
-        {{{"Sound", "DownloadBuffer", "7"}},                "BASS_SetConfig 12",                       {"BASS_SetConfig 12 7"}                                                                },
-        {{{"Sound", "InternetConnectionTimeout", "x"}},
-         "BASS_SetConfig 11",                                                                          {"BASS_SetConfig 11 0"}                                                                },
-        {preset("None"),                                    "BASS_SetEAX",                             {}                                                                                     },
-        {preset("swer pipe"),                               "BASS_SetEAX",                             {}                                                                                     },
-        {preset("Sewer Pipe"),                              "BASS_SetEAX",                             {}                                                                                     },
-        {preset("Generic"),                                 "BASS_SetEAX",                             {"BASS_SetEAXParameters 0 0 0 0"}                                                      },
-        {preset("Auditorium"),                              "BASS_SetEAX",                             {"BASS_SetEAXParameters 6 0 0 0"}                                                      },
-        {preset("Concert Hall"),                            "BASS_SetEAX",                             {"BASS_SetEAXParameters 7 0 0 0"}                                                      },
-        {preset("Forest"),                                  "BASS_SetEAX",                             {"BASS_SetEAXParameters 15 0 0 0"}                                                     },
-        {preset("City"),                                    "BASS_SetEAX",                             {"BASS_SetEAXParameters 16 0 0 0"}                                                     },
-        {preset("Psychotic"),                               "BASS_SetEAX",                             {"BASS_SetEAXParameters 25 0 0 0"}                                                     },
-        {{{"Setup", "Proxy", "p"}, {"Setup", "Port", "1"}}, "BASS_SetConfigPtr",                       {}                                                                                     },
-        {proxy("p",                                         "1",                                       "u",                                                                                     "w"), "BASS_SetConfigPtr", {"BASS_SetConfigPtr 17 'u:w@p:1'"}},
-        {proxy("p",                              "",                                     "u",                                                                                                                            "w"), "BASS_SetConfigPtr", {"BASS_SetConfigPtr 17 'u:w@'"}},
-        {proxy("p",                  "1",                    "u",""), "BASS_SetConfigPtr", {"BASS_SetConfigPtr 17 'p:1'"}},
-        {proxy("",                  "1",                                                           "",                                                                                                                                          "w"), "BASS_SetConfigPtr", {"BASS_SetConfigPtr 17 ''"}},
-        {{{"Files", "Extensions", "*.mp3"}},                                              "associate",                                                                 {}                                                                                                                                                         },
-        {extensions(""),                                                 "associate",                                                                                   {program}                                                                                                                                                     },
-        {extensions("*.\xC3\x84;"),                                             "associate",                                                                   {"associate \xC3\xA4", program}},
-        {extensions("*.a;x;*.b"),                "associate", {"associate a", program}                     },
-        {extensions("*.;*.b"),                                    "associate",                  {"associate ", "associate b", program}             },
-        {{{"Display", "ShowIn", "taskbar and system tray"}},                         "tray",           {}},
-    };
-    for (const Case& c : cases) {
-        for (const auto& [section, key, value] : c.settings)
-            Set(section.c_str(), key, value);
-        EXPECT_TRUE(Run());
-        std::erase_if(m_log, [&](const auto& call) { return !call.starts_with(c.call); });
-        EXPECT_EQ(m_log, c.expected) << c.settings.back()[1] << "=" << c.settings.back()[2];
-        for (const auto& [section, key, value] : c.settings)
-            Set(section.c_str(), key, "");
-    }
-}
+    expect("Sound", "LogarithmicVolume=1", "BASS_SetConfig 7 ", "0;");
+    expect("Sound", "FloatDSP=true", "BASS_SetConfig 9 ", "-1;");
+    expect("Sound", "3DAlgorithm=NORMAL", "BASS_SetConfig 10 ", "1;");
+    expect("Sound", "3DAlgorithm=Good", "BASS_SetConfig 10 ", "3;");
+    expect("Sound", "3DAlgorithm=Highest", "BASS_SetConfig 10 ", "2;");
+    expect("Sound", "3DAlgorithm=Off", "BASS_SetConfig 10 ", "");
+    expect("Sound", "PlaybackBuffer=250 ms", "BASS_SetConfig 0 ", "250;");
+    expect("Sound", "DownloadBuffer=7", "BASS_SetConfig 12 ", "7;");
+    expect("Sound", "InternetConnectionTimeout=x", "BASS_SetConfig 11 ", "0;");
+    for (const char* none : {"EAX_Preset=None", "EAX_Preset=swer pipe", "EAX_Preset=Sewer Pipe"})
+        expect("Sound", none, "BASS_SetEAX", "");
+    expect("Sound", "EAX_Preset=Generic", "BASS_SetEAXParameters ", "0 0 0 0;");
+    expect("Sound", "EAX_Preset=Auditorium", "BASS_SetEAXParameters ", "6 0 0 0;");
+    expect("Sound", "EAX_Preset=Forest", "BASS_SetEAXParameters ", "15 0 0 0;");
+    expect("Sound", "EAX_Preset=Psychotic", "BASS_SetEAXParameters ", "25 0 0 0;");
 
-TEST_F(StartTest, ACommandLineThatNamesNothingStartsAsWithoutOne)
-{
-    for (const char* nothing : {"", "/m/gone.mp3", "http://radio/stream.mp3", "/m/", "bare.mp3"}) {
-        m_application.commandLine = nothing;
-        EXPECT_TRUE(Run()) << nothing;
-        EXPECT_EQ(m_player.playlist.pl.Count(), 0U) << nothing;
-    }
+    const char* const proxy = "BASS_SetConfigPtr 17 ";
+    expect("Setup", "Proxy=p|Port=1", proxy, "");
+    Set("Setup", "UseDefaultNetSettings", "False");
+    expect("Setup", "Proxy=p|Port=1|Username=u|Password=w", proxy, "'u:w@p:1';");
+    expect("Setup", "Proxy=p|Username=u|Password=w", proxy, "'u:w@';");
+    expect("Setup", "Proxy=p|Port=1|Username=u", proxy, "'p:1';");
+    expect("Setup", "Port=1|Password=w", proxy, "'';");
+
+    expect("Files", "Extensions=*.mp3", "associate", "");
+    Set("Files", "CheckAssociationOnStart", "true");
+    expect("Files", "ManageAudioCds=True", "associate", ": the program;");
+    expect("Files", "Extensions=*.\xC3\x84;", "associate", " \xC3\xA4;: the program;");
+    expect("Files", "Extensions=*.a;x;*.b", "associate", " a;: the program;");
+    expect("Files", "Extensions=*.;*.b", "associate", " ; b;: the program;");
+    expect("Display", "ShowIn=taskbar and system tray", "tray", "");
 }
 
 } // namespace

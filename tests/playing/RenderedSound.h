@@ -13,6 +13,8 @@ struct Heard
     double seconds = 0;
     double lowest = 0;  ///< least level while it was heard, but for its first and last moment
     double highest = 0; ///< greatest level
+
+    double End() const { return from + seconds; }
 };
 
 /// Every stretch of sound of one of the pitches, by its beginning. `samples` are interleaved

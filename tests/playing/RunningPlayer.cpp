@@ -21,11 +21,6 @@ constexpr std::size_t PieceBytes = std::size_t{16} * 1024; ///< about 20 ms
 
 constexpr controls::MouseEvent Left{.button = controls::MouseButton::Left};
 
-void SetVariable(const char* name, const std::string& value)
-{
-    ::setenv(name, value.c_str(), 1); // NOLINT(concurrency-mt-unsafe): no engine runs yet
-}
-
 } // namespace
 
 RunningPlayer::RunningPlayer()
@@ -34,9 +29,9 @@ RunningPlayer::RunningPlayer()
     if (::mkfifo(pipe.c_str(), 0600) != 0)
         throw std::runtime_error("no pipe");
     m_pipe = ::open(pipe.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    SetVariable("VELMO_HOME", m_directory());
-    SetVariable("VELMO_AUDIO", "wav-fast:" + pipe);
-    SetVariable("VELMO_WAV_FORMAT", "f32");
+    ::setenv("VELMO_HOME", m_directory().c_str(), 1);
+    ::setenv("VELMO_AUDIO", ("wav-fast:" + pipe).c_str(), 1);
+    ::setenv("VELMO_WAV_FORMAT", "f32", 1);
     m_bass = OpenBass(m_libraries, BASS_LIBRARY, player.table);
     constexpr DWORD Flags = BASS_DEVICE_3D | BASS_DEVICE_LATENCY;
     if (m_bass.library == nullptr

@@ -51,24 +51,19 @@ void WriteTone(const std::string& path, int sndfileFormat, int sampleRate, int c
 void WriteToneModule(const std::string& path, int rows)
 {
     constexpr std::size_t SampleBytes = 32;
-    const auto word = [](std::size_t bytes) {
-        return std::string{static_cast<char>(bytes / 2 >> 8U), static_cast<char>(bytes / 2)};
+    constexpr std::size_t HeaderBytes = 1084;
+    constexpr std::size_t RowBytes = 16;
+    std::string module(HeaderBytes + 64 * RowBytes, '\0');
+    const auto put = [&](std::size_t place, std::string_view bytes) {
+        module.replace(place, bytes.size(), bytes);
     };
-    std::string module(20, '\0');
-    for (int sample = 0; sample < 31; ++sample) {
-        const bool used = sample == 0;
-        module += std::string(22, '\0') + word(used ? SampleBytes : 0) + '\0' // no fine tune
-                  + static_cast<char>(used ? 64 : 0) + word(0)
-                  + word(used ? SampleBytes : 2); // the loop
-    }
-    module += '\x01';
-    module += '\x7f';
-    module += std::string(128, '\0') + "M.K.";
-    std::string pattern(std::size_t{64} * 4 * 4, '\0');
-    pattern.replace(0, 4, std::string{'\x01', '\xac', '\x10', '\0'}); // sample 1, period 428
-    const std::size_t lastRow = static_cast<std::size_t>(rows - 1) * 16;
-    pattern[lastRow + 6] = '\x0d'; // second channel: the pattern ends here
-    module += pattern;
+    // Sample 1: its length in words, its volume, and its loop; it is all loop.
+    put(42, {"\0\x10\0\x40\0\0\0\x10", 8});
+    put(950, "\x01\x7f"); // one pattern
+    put(1080, "M.K.");
+    put(HeaderBytes, {"\x01\xac\x10\0", 4}); // sample 1, period 428
+    // Second channel: the pattern ends here.
+    put(HeaderBytes + static_cast<std::size_t>(rows - 1) * RowBytes + 6, "\x0d");
     for (std::size_t i = 0; i < SampleBytes; ++i)
         module += static_cast<char>(std::lround(100 * Sine(static_cast<double>(i) / SampleBytes)));
     std::ofstream(path, std::ios::binary) << module;

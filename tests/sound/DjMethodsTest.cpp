@@ -1,56 +1,30 @@
-#include "support/FakePlayer.h"
-
-#include <gmock/gmock.h>
+#include "SoundFixture.h"
 
 namespace velmo {
 namespace {
 
+using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 /// A list of the tracks a, b and c, each 10 seconds long, whose second row plays.
-class Dj : public ::testing::Test
+class Dj : public SoundTest
 {
 protected:
     Dj()
     {
-        m_player.playlist.Show();
-        for (const char* name : {"a", "b", "c"})
-            AddRow(std::string("/m/") + name + ".mp3", 10);
-        m_rows.Mark(2);
-        m_player.tracks.PlayTrack("/m/b.mp3");
+        for (const char* path : {"/m/a.mp3", "/m/b.mp3", "/m/c.mp3"})
+            AddRow(path, 10);
+        PlayRow(2);
     }
 
-    void AddRow(const std::string& path, double seconds)
+    void PlayRow(std::size_t row)
     {
-        if (seconds > 0)
-            m_player.AddSound(path, {.seconds = seconds});
-        m_rows.Add({.Text = path, .Length = "00:10", .Path = path});
-    }
-
-    void Set(const char* key, const std::string& value)
-    {
-        m_player.settings.WriteSetting("DJ", key, value);
-    }
-
-    /// `seconds` later the monitor ticks.
-    void Tick(double seconds = 1)
-    {
-        m_player.bass.Advance(seconds);
-        if (m_player.wmain.tmrBASS.Enabled)
-            m_player.monitor.MonitorTick();
+        m_rows.Mark(row);
+        m_player.tracks.PlayTrack(m_rows.Row(row).Path);
     }
 
     std::size_t Row() const { return m_rows.SelectedEntry(); }
-    bool Plays(const std::string& path) const
-    {
-        const auto channel = m_player.bass.channels.find(m_player.state.CurrentChannel);
-        return channel != m_player.bass.channels.end() && channel->second.path == path
-               && channel->second.state == BASS_ACTIVE_PLAYING;
-    }
-
-    test::FakePlayer m_player;
-    controls::ListRows& m_rows = m_player.playlist.pl;
-    TransportState& m_state = m_player.state;
+    bool RowPlays() const { return Sounding() == std::vector<std::string>{m_rows.Row(Row()).Path}; }
 };
 
 TEST_F(Dj, WhatFollowsATrackByTheMethod)
@@ -82,32 +56,20 @@ TEST_F(Dj, WhatFollowsATrackByTheMethod)
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
-        Set("Method", c.method);
+        Set("DJ", "Method", c.method);
         m_state.AdvanceRequested = false;
-        m_rows.Mark(2);
-        m_player.tracks.PlayTrack("/m/b.mp3");
+        PlayRow(2);
         m_player.list.DeselectAllEntries();
         m_rows.Mark(c.row);
         m_player.random.numbers = c.numbers;
-        Tick(11);
-        EXPECT_EQ(Plays(m_rows.Row(Row()).Path), c.plays);
+        TimeAfter(11);
+        EXPECT_EQ(RowPlays(), c.plays);
         EXPECT_EQ(Row(), c.rowAfter);
         EXPECT_EQ(m_state.AdvanceRequested, c.requestedAfter);
-        EXPECT_EQ(m_player.wmain.tmrBASS.Enabled, c.plays);
+        EXPECT_EQ(m_wmain.tmrBASS.Enabled, c.plays);
         EXPECT_THAT(m_player.random.numbers, IsEmpty());
     }
     EXPECT_THAT(m_player.random.seeds, ::testing::Each(43200)) << "each run is seeded by the clock";
-}
-
-TEST_F(Dj, ErasingTakesThePlayedRowAwayAndRenumbersNothing)
-{
-    Set("Method", "6");
-    m_player.random.numbers = {0.3F};
-    Tick(11);
-    EXPECT_TRUE(Plays("/m/a.mp3"));
-    ASSERT_EQ(m_rows.Count(), 2U);
-    EXPECT_EQ(m_rows.Row(1).Path, "/m/b.mp3");
-    EXPECT_EQ(Row(), 1U) << "the row that took its place";
 }
 
 TEST_F(Dj, OneRowOfWhatPlayedEndsARandomRunAndManyEndItAfterManyDraws)
@@ -115,26 +77,25 @@ TEST_F(Dj, OneRowOfWhatPlayedEndsARandomRunAndManyEndItAfterManyDraws)
     m_rows.Remove(3);
     m_rows.Remove(1);
     m_player.random.numbers = {0.9F};
-    Tick(11);
+    TimeAfter(11);
+    EXPECT_THAT(Sounding(), IsEmpty());
     EXPECT_FALSE(m_state.AdvanceRequested);
-    EXPECT_EQ(m_player.state.CurrentFile, "/m/b.mp3");
-    EXPECT_FALSE(m_player.wmain.tmrBASS.Enabled);
-    Set("AssureNotTheSame", "False");
-    m_player.tracks.PlayTrack("/m/b.mp3");
+    Set("DJ", "AssureNotTheSame", "False");
+    PlayRow(1);
     m_player.random.numbers = {0.9F};
-    Tick(11);
-    EXPECT_TRUE(Plays("/m/b.mp3"));
+    TimeAfter(11);
+    EXPECT_TRUE(RowPlays());
 
     // Rows of one path only, and never the pick 0.
-    Set("AssureNotTheSame", "True");
+    Set("DJ", "AssureNotTheSame", "True");
     AddRow("/m/b.mp3", 10);
     for (const bool overlap : {false, true}) {
-        Set("CrossFade", overlap ? "True" : "False");
+        Set("DJ", "CrossFade", overlap ? "True" : "False");
         m_player.random.numbers.assign(20000, 0.9F);
         m_state.AdvanceRequested = false;
         m_player.tracks.PlayTrack("/m/b.mp3");
         m_state.PlayIndex = 1;
-        Tick(overlap ? 10 : 11);
+        TimeAfter(overlap ? 10 : 11);
         EXPECT_EQ(m_player.random.numbers.size(), 10000U);
         EXPECT_EQ(m_state.AdvanceRequested, !overlap);
         EXPECT_EQ(m_state.PlayIndex, overlap ? 0 : 1);
@@ -149,24 +110,24 @@ TEST_F(Dj, PreparationWalksTheOtherWay)
         std::size_t row;
         std::deque<float> numbers;
         int index;            ///< `PlayIndex` after it; 9 before
-        const char* prepared; ///< null: nothing was opened
+        const char* prepared; ///< empty: nothing was opened
         bool fails;
     };
     const Case cases[] = {
         {"3", 2, {},           1, "/m/a.mp3", false},
-        {"3", 1, {},           0, nullptr,    true }, // the test is that of the other direction
-        {"3", 3, {},           9, nullptr,    false},
+        {"3", 1, {},           0, "",         true }, // the test is that of the other direction
+        {"3", 3, {},           9, "",         false},
         {"4", 2, {},           3, "/m/c.mp3", false},
-        {"4", 3, {},           4, nullptr,    true },
+        {"4", 3, {},           4, "",         true },
         {"5", 2, {0.3F},       1, "/m/a.mp3", false},
         {"6", 2, {0.6F, 0.9F}, 3, "/m/c.mp3", false},
-        {"5", 2, {0.1F},       0, nullptr,    true },
+        {"5", 2, {0.1F},       0, "",         true },
         {"7", 3, {},           3, "/m/c.mp3", false},
-        {"1", 2, {},           9, nullptr,    true }, // the index of old
+        {"1", 2, {},           9, "",         true }, // the index of old
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(std::string(c.method) + " at " + std::to_string(c.row));
-        Set("Method", c.method);
+        Set("DJ", "Method", c.method);
         m_state.PlayIndex = 9;
         m_state.AdvanceRequested = true;
         m_state.NextChannel = 0;
@@ -178,12 +139,11 @@ TEST_F(Dj, PreparationWalksTheOtherWay)
             m_player.dj.PrepareNextTrack();
         EXPECT_EQ(m_state.PlayIndex, c.index);
         const auto next = m_player.bass.channels.find(m_state.NextChannel);
-        EXPECT_EQ(next == m_player.bass.channels.end() ? "" : next->second.path,
-                  c.prepared == nullptr ? "" : c.prepared);
-        EXPECT_EQ(m_state.AdvanceRequested, c.prepared != nullptr || c.fails);
+        EXPECT_EQ(next == m_player.bass.channels.end() ? "" : next->second.path, c.prepared);
+        EXPECT_EQ(m_state.AdvanceRequested, *c.prepared != '\0' || c.fails);
     }
     m_rows.Clear();
-    Set("Method", "7");
+    Set("DJ", "Method", "7");
     m_player.dj.PrepareNextTrack();
     EXPECT_FALSE(m_state.AdvanceRequested);
 }
@@ -202,40 +162,37 @@ TEST_F(Dj, ABadFileCostsASecondAndTheMethodSaysWhatFollows)
         std::size_t row; ///< after two ticks
         bool plays;      ///< the row's file
         bool monitorRuns;
-        std::size_t count;
     };
     const Case cases[] = {
-        {"1", {},     2, false, false, 3}, // off at the first tick
-        {"2", {},     2, false, true,  3}, // again and again
-        {"3", {},     3, true,  true,  3},
-        {"4", {},     1, true,  true,  3},
-        {"5", {0.9F}, 3, true,  true,  3},
-        {"7", {},     2, false, true,  3}, // again and again
+        {"1", {},     2, false, false}, // off at the first tick
+        {"2", {},     2, false, true }, // again and again
+        {"3", {},     3, true,  true },
+        {"4", {},     1, true,  true },
+        {"5", {0.9F}, 3, true,  true },
+        {"7", {},     2, false, true }, // again and again
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.method);
-        Set("Method", c.method);
+        Set("DJ", "Method", c.method);
         m_player.random.numbers = c.numbers;
         m_state.AdvanceRequested = false;
-        m_rows.Mark(2);
-        m_player.tracks.PlayTrack("/m/bad.mp3");
-        EXPECT_TRUE(m_player.wmain.tmrBASS.Enabled);
-        Tick();
-        Tick();
+        PlayRow(2);
+        EXPECT_TRUE(m_wmain.tmrBASS.Enabled);
+        TimeAfter(1);
+        TimeAfter(1);
         EXPECT_EQ(Row(), c.row);
-        EXPECT_EQ(Plays(m_rows.Row(Row()).Path), c.plays);
-        EXPECT_EQ(m_player.wmain.tmrBASS.Enabled, c.monitorRuns);
-        EXPECT_EQ(m_rows.Count(), c.count);
+        EXPECT_EQ(RowPlays(), c.plays);
+        EXPECT_EQ(m_wmain.tmrBASS.Enabled, c.monitorRuns);
         EXPECT_FALSE(m_player.errMGR.Visible);
     }
     // Method 6 removes it like one that played.
-    Set("Method", "6");
+    Set("DJ", "Method", "6");
     m_player.random.numbers = {0.6F, 0.9F};
     m_player.tracks.PlayTrack("/m/gone.mp3");
-    Tick();
+    TimeAfter(1);
     EXPECT_EQ(m_state.CurrentFile, "/m/bad.mp3");
-    Tick();
-    EXPECT_TRUE(Plays("/m/c.mp3"));
+    TimeAfter(1);
+    EXPECT_THAT(Sounding(), ElementsAre("/m/c.mp3"));
     ASSERT_EQ(m_rows.Count(), 1U);
     EXPECT_EQ(m_rows.Row(1).Path, "/m/a.mp3");
 }

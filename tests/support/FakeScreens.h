@@ -4,27 +4,21 @@
 
 namespace velmo::test {
 
-/// Screens as a test says: one of 1280 by 1024 pixels with a panel at its foot, at first.
+/// One screen as a test says: of 1280 by 1024 pixels with a panel of 24 at its foot, at first.
 class FakeScreens final : public ports::Screens
 {
 public:
     double scale = 1.0;
-    std::vector<ports::ScreenRect> screens{
-        {.left = 0, .top = 0, .right = 1280, .bottom = 1024}
-    };
-    int panelHeight = 24;
+    ports::ScreenRect screen{.left = 0, .top = 0, .right = 1280, .bottom = 1024};
 
     double Scale() override { return scale; }
-    ports::ScreenRect WorkArea(ports::ScreenPoint place) override
+    ports::ScreenRect WorkArea(ports::ScreenPoint) override
     {
-        ports::ScreenRect area = screens.front();
-        for (const ports::ScreenRect& screen : screens)
-            if (place.x >= screen.left && place.x < screen.right)
-                area = screen;
-        area.bottom -= panelHeight;
+        ports::ScreenRect area = screen;
+        area.bottom -= 24;
         return area;
     }
-    std::vector<ports::ScreenRect> All() override { return screens; }
+    std::vector<ports::ScreenRect> All() override { return {screen}; }
 };
 
 } // namespace velmo::test

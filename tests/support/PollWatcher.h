@@ -4,7 +4,7 @@
 
 #include <cerrno>
 #include <functional>
-#include <list>
+#include <map>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -20,7 +20,8 @@ public:
     [[nodiscard]] std::unique_ptr<Watch> WatchReadable(int fd,
                                                        std::function<void()> readable) override
     {
-        return std::make_unique<Entry>(*this, fd, std::move(readable));
+        m_notices[fd] = std::move(readable);
+        return std::make_unique<Entry>(*this, fd);
     }
 
     /// Handles events until `done`; false if there was none for `patienceMs` in a row.
@@ -28,14 +29,16 @@ public:
     {
         while (!done()) {
             std::vector<pollfd> waiting;
-            for (const Entry* entry : m_entries)
-                waiting.push_back({entry->fd, POLLIN, 0});
+            for (const auto& [fd, notice] : m_notices)
+                waiting.push_back({fd, POLLIN, 0});
             const int ready = ::poll(waiting.data(), waiting.size(), patienceMs);
             if (ready == 0 || (ready < 0 && errno != EINTR))
                 return false;
-            for (const pollfd& polled : waiting)
-                if (polled.revents != 0)
-                    Notify(polled.fd);
+            for (const pollfd& polled : waiting) {
+                const auto found = m_notices.find(polled.fd);
+                if (polled.revents != 0 && found != m_notices.end())
+                    std::function<void()>(found->second)(); // a copy: it may end its own watch
+            }
         }
         return true;
     }
@@ -43,36 +46,19 @@ public:
 private:
     struct Entry final : Watch
     {
-        Entry(PollWatcher& owner, int descriptor, std::function<void()> notice)
+        Entry(PollWatcher& owner, int descriptor)
             : watcher(owner)
             , fd(descriptor)
-            , readable(std::move(notice))
-        {
-            watcher.m_entries.push_back(this);
-        }
-
-        ~Entry() override { watcher.m_entries.remove(this); }
-
+        {}
+        ~Entry() override { watcher.m_notices.erase(fd); }
         Entry(const Entry&) = delete;
         Entry& operator=(const Entry&) = delete;
 
         PollWatcher& watcher;
         int fd;
-        std::function<void()> readable;
     };
 
-    void Notify(int fd)
-    {
-        for (const Entry* entry : m_entries) {
-            if (entry->fd == fd) {
-                const std::function<void()> notice = entry->readable; // it may end its own watch
-                notice();
-                return;
-            }
-        }
-    }
-
-    std::list<Entry*> m_entries;
+    std::map<int, std::function<void()>> m_notices;
 };
 
 } // namespace velmo::test
