@@ -1,10 +1,6 @@
 #include "EngineTest.h"
 
-#include <bit>
 #include <cstdlib>
-#include <cstring>
-#include <fstream>
-#include <iterator>
 #include <random>
 #include <thread>
 
@@ -12,84 +8,45 @@ namespace velmo::engine::test {
 
 namespace {
 
-template<class Number>
-void Append(std::string& bytes, Number number)
+std::string Number(std::size_t number)
 {
-    static_assert(std::endian::native == std::endian::little);
-    char raw[sizeof number];
-    std::memcpy(raw, &number, sizeof number);
-    bytes.append(raw, sizeof number);
-}
-
-std::string Save(const std::filesystem::path& path, const std::string& bytes)
-{
-    std::ofstream(path, std::ios::binary) << bytes;
-    return path.string();
-}
-
-/// The samples behind the header of 44 bytes, or the longer one of floats.
-template<class Sample>
-std::vector<Sample> ReadSamples(const std::filesystem::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    const std::string bytes(std::istreambuf_iterator<char>(file), {});
-    const std::size_t data = bytes.find("data");
-    if (data == std::string::npos)
-        return {};
-    std::vector<Sample> samples((bytes.size() - data - 8) / sizeof(Sample));
-    if (!samples.empty())
-        std::memcpy(samples.data(), bytes.data() + data + 8, samples.size() * sizeof(Sample));
-    return samples;
+    const auto narrow = static_cast<std::uint32_t>(number);
+    std::string bytes(sizeof narrow, '\0');
+    std::memcpy(bytes.data(), &narrow, sizeof narrow);
+    return bytes;
 }
 
 } // namespace
 
 EngineTest::EngineTest()
 {
-    SetVariable("VELMO_HOME", m_temporary());
+    SetVariable("VELMO_HOME", m_directory());
     SetVariable("VELMO_WAV_FORMAT", "");
+    SetVariable("VELMO_WAV_CHANNELS", "");
     BASS_Free();
     BASS_SetConfig(BASS_CONFIG_BUFFER, 500);
     BASS_SetConfig(BASS_CONFIG_CURVE_VOL, 0);
 }
 
-void EngineTest::TearDown()
+std::string EngineTest::Wav(std::string_view sound,
+                            std::size_t sampleBytes,
+                            std::uint32_t rate,
+                            std::uint32_t channels)
 {
-    BASS_Free();
-}
-
-std::string EngineTest::WriteWav(const std::string& name,
-                                 const std::vector<std::int16_t>& samples,
-                                 std::uint32_t rate,
-                                 std::uint32_t channels) const
-{
-    const auto size = static_cast<std::uint32_t>(samples.size() * 2);
-    std::string bytes = "RIFF";
-    Append(bytes, size + 36);
-    bytes += "WAVEfmt ";
-    Append(bytes, std::uint32_t{16});
-    Append(bytes, std::uint16_t{1});
-    Append(bytes, static_cast<std::uint16_t>(channels));
-    Append(bytes, rate);
-    Append(bytes, rate * channels * 2);
-    Append(bytes, static_cast<std::uint16_t>(channels * 2));
-    Append(bytes, std::uint16_t{16});
-    bytes += "data";
-    Append(bytes, size);
-    for (const std::int16_t sample : samples)
-        Append(bytes, sample);
-    return Save(File(name), bytes);
+    const std::size_t kind = sampleBytes == sizeof(float) ? 3 : 1;
+    const std::size_t frameBytes = channels * sampleBytes;
+    return "RIFF" + Number(sound.size() + 36) + "WAVEfmt " + Number(16)
+           + Number(kind | channels << 16U) + Number(rate) + Number(rate * frameBytes)
+           + Number(frameBytes | sampleBytes * 8 << 16U) + "data" + Number(sound.size())
+           + std::string(sound);
 }
 
 std::string EngineTest::WriteModule(const std::string& name) const
 {
-    std::string bytes(950, '\0');
-    bytes += '\x01'; // one position
-    bytes += '\x7F';
-    bytes += std::string(128, '\0');
-    bytes += "M.K.";
-    bytes += std::string(1024, '\0');
-    return Save(File(name), bytes);
+    const std::string zeros(1024, '\0');
+    const std::string onePosition = "\x01\x7F";
+    return m_directory.Write(
+        name, zeros.substr(0, 950) + onePosition + zeros.substr(0, 128) + "M.K." + zeros);
 }
 
 void EngineTest::Init(const std::string& audio, DWORD rate, DWORD flags)
@@ -98,39 +55,31 @@ void EngineTest::Init(const std::string& audio, DWORD rate, DWORD flags)
     ASSERT_TRUE(BASS_Init(-1, rate, flags, nullptr, nullptr)) << audio;
 }
 
-void EngineTest::InitFast(DWORD rate, DWORD flags) const
-{
-    Init("wav-fast:" + File("out.wav").string(), rate, flags);
-}
-
 DWORD EngineTest::OpenStream(const std::string& path, DWORD flags)
 {
     const DWORD channel = BASS_StreamCreateFile(0, path.c_str(), 0, 0, flags);
-    EXPECT_NE(channel, 0U) << BASS_ErrorGetCode();
+    EXPECT_EQ(Code(channel), BASS_OK) << path;
     return channel;
 }
 
 void EngineTest::PlayToEnd(DWORD channel)
 {
     ASSERT_TRUE(BASS_ChannelPlay(channel, 0));
-    ASSERT_TRUE(Until([=] { return BASS_ChannelIsActive(channel) == BASS_ACTIVE_STOPPED; }));
+    AwaitEnd(channel);
 }
 
-std::vector<std::int16_t> EngineTest::Rendered() const
+/// What is behind the header, which is longer with floats.
+std::string EngineTest::RenderedBytes() const
 {
     BASS_Free();
-    return ReadSamples<std::int16_t>(File("out.wav"));
-}
-
-std::vector<float> EngineTest::RenderedFloats() const
-{
-    BASS_Free();
-    return ReadSamples<float>(File("out.wav"));
+    const std::string wav = m_directory.Read("out.wav");
+    const std::size_t data = wav.find("data");
+    return data == std::string::npos ? "" : wav.substr(data + 8);
 }
 
 void SetVariable(const char* name, const std::string& value)
 {
-    setenv(name, value.c_str(), 1); // NOLINT(concurrency-mt-unsafe): no other thread reads it now
+    setenv(name, value.c_str(), 1);
 }
 
 bool Until(const std::function<bool()>& condition, std::chrono::milliseconds limit)
@@ -144,20 +93,46 @@ bool Until(const std::function<bool()>& condition, std::chrono::milliseconds lim
     return true;
 }
 
-QWORD AwaitStandstill(DWORD channel)
+QWORD Heard(DWORD channel)
 {
-    QWORD position = 0;
-    EXPECT_TRUE(Until([&] {
-        position = BASS_ChannelGetPosition(channel, BASS_POS_BYTE);
-        return !Until([&] { return BASS_ChannelGetPosition(channel, BASS_POS_BYTE) != position; },
-                      std::chrono::milliseconds(300));
-    })) << "it never stands";
-    return position;
+    return BASS_ChannelGetPosition(channel, BASS_POS_BYTE);
 }
 
-std::vector<std::int16_t> Noise(std::size_t samples, std::uint32_t seed)
+void AwaitHeard(DWORD channel, QWORD bytes)
 {
-    std::minstd_rand random(seed);
+    EXPECT_TRUE(Until([=] { return Heard(channel) >= bytes; })) << bytes;
+}
+
+void AwaitEnd(DWORD channel)
+{
+    EXPECT_TRUE(Until([=] { return BASS_ChannelIsActive(channel) == BASS_ACTIVE_STOPPED; }));
+}
+
+QWORD AwaitStandstill(const std::function<QWORD()>& number)
+{
+    QWORD last = 0;
+    EXPECT_TRUE(Until([&] {
+        last = number();
+        return !Until([&] { return number() != last; }, std::chrono::milliseconds(300));
+    })) << "it never stands";
+    return last;
+}
+
+QWORD AwaitStandstill(DWORD channel)
+{
+    return AwaitStandstill([=] { return Heard(channel); });
+}
+
+BASS_STATISTICS Statistics()
+{
+    BASS_STATISTICS statistics = {};
+    EXPECT_TRUE(BASS_GetStatistics(&statistics));
+    return statistics;
+}
+
+std::vector<std::int16_t> Noise(std::size_t samples)
+{
+    std::minstd_rand random;
     std::uniform_int_distribution<int> values(-32768, 32767);
     std::vector<std::int16_t> noise(samples);
     for (std::int16_t& sample : noise) {

@@ -13,29 +13,28 @@ class HeardData : public EngineTest
 {
 protected:
     /// Opens a file, plays it until `bytes` have been heard and pauses it; gives the channel.
-    static DWORD PausedAt(const std::string& file, QWORD bytes, DWORD flags = 0)
+    static DWORD PausedAt(const std::string& file, QWORD bytes)
     {
-        const DWORD channel = OpenStream(file, flags);
+        const DWORD channel = OpenStream(file);
         EXPECT_TRUE(BASS_ChannelPlay(channel, 0));
-        EXPECT_TRUE(
-            Until([=] { return BASS_ChannelGetPosition(channel, BASS_POS_BYTE) >= bytes; }));
+        AwaitHeard(channel, bytes);
         EXPECT_TRUE(BASS_ChannelPause(channel));
         AwaitStandstill(channel);
         return channel;
     }
 };
 
+/// `count` samples, fewer if there aren't so many, none on failure.
 std::vector<float> Samples(DWORD channel, std::size_t count)
 {
     std::vector<float> samples(count, 99.0f);
     const auto bytes = static_cast<DWORD>(count * sizeof(float));
     const DWORD got = BASS_ChannelGetData(channel, samples.data(), bytes | BASS_DATA_FLOAT);
-    EXPECT_LE(got, bytes);
-    samples.resize(std::min(got, bytes) / sizeof(float));
+    samples.resize(got == ~0U ? 0 : got / sizeof(float));
     return samples;
 }
 
-/// The samples of `file`, of `channels` channels, from `frame` on, as they are to be heard.
+/// The same of the file, from the sample `at` on.
 std::vector<float> Expected(const std::vector<std::int16_t>& file,
                             std::size_t at,
                             std::size_t count)
@@ -68,34 +67,33 @@ TEST_F(HeardData, SineOfFullScaleIsOneInItsBin)
 
 TEST_F(HeardData, SamplesAreThoseAtThePositionAndStayWithAPause)
 {
-    constexpr std::size_t Frames = 100;
     const std::vector<std::int16_t> noise = Noise(3UL * 44100);
     Init("null");
     for (const std::uint32_t channels : {1U, 2U, 3U}) {
         SCOPED_TRACE(channels);
+        const std::size_t count = std::size_t{100} * channels;
         const DWORD channel =
             PausedAt(WriteWav("noise.wav", noise, 44100, channels), QWORD{channels} * 2 * 8820);
-        const QWORD position = BASS_ChannelGetPosition(channel, BASS_POS_BYTE);
-        const std::size_t frame = position / (QWORD{channels} * 2);
+        const QWORD position = Heard(channel);
         // Everything that was mixed has been heard, so these are the frames before the position.
-        const std::vector<float> samples = Samples(channel, Frames * channels);
-        ASSERT_EQ(samples.size(), Frames * channels);
+        const std::vector<float> samples = Samples(channel, count);
+        ASSERT_EQ(samples.size(), count);
         if (channels < 3) {
-            EXPECT_EQ(samples, Expected(noise, (frame - Frames) * channels, Frames * channels));
+            EXPECT_EQ(samples, Expected(noise, position / 2 - count, count));
         } else {
             EXPECT_EQ(samples[2], 0.0f);
             EXPECT_NE(samples[0], 0.0f);
         }
-        EXPECT_EQ(Samples(channel, Frames * channels), samples) << "looking takes nothing away";
-        EXPECT_EQ(BASS_ChannelGetPosition(channel, BASS_POS_BYTE), position);
+        EXPECT_EQ(Samples(channel, count), samples) << "looking takes nothing away";
+        EXPECT_EQ(Heard(channel), position);
         // A seek is not heard before the channel plays again.
         ASSERT_TRUE(BASS_ChannelSetPosition(channel, 0, BASS_POS_BYTE));
-        EXPECT_EQ(Samples(channel, Frames * channels), samples);
+        EXPECT_EQ(Samples(channel, count), samples);
         ASSERT_TRUE(BASS_ChannelStop(channel));
-        std::vector<float> untouched(Frames, 7.0f);
-        EXPECT_EQ(BASS_ChannelGetData(channel, untouched.data(), 400 | BASS_DATA_FLOAT), ~0U);
-        EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_NOPLAY);
-        EXPECT_EQ(untouched, std::vector<float>(Frames, 7.0f));
+        float untouched = 7;
+        EXPECT_EQ(Code(BASS_ChannelGetData(channel, &untouched, 4 | BASS_DATA_FLOAT) != ~0U),
+                  BASS_ERROR_NOPLAY);
+        EXPECT_EQ(untouched, 7);
     }
 }
 
@@ -106,16 +104,13 @@ TEST_F(HeardData, BeforeTheBeginningIsSilenceAndAtTheEndIsLess)
     Init("null");
     const DWORD channel = OpenStream(WriteWav("noise.wav", noise));
     ASSERT_TRUE(BASS_ChannelPlay(channel, 0));
-    const std::vector<float> first = Samples(channel, 2 * Frames);
-    EXPECT_EQ(first.size(), 2 * Frames);
+    EXPECT_EQ(Samples(channel, 2 * Frames).size(), 2 * Frames);
     bool shorter = false;
     ASSERT_TRUE(Until([&] {
         // 0.2 s, asked for all the time: less is left at last.
-        std::vector<float> rest(std::size_t{2} * 8820);
-        const DWORD bytes = BASS_ChannelGetData(
-            channel, rest.data(), static_cast<DWORD>(rest.size() * 4) | BASS_DATA_FLOAT);
-        if (bytes < rest.size() * 4) {
-            rest.resize(bytes / 4);
+        constexpr std::size_t Count = 2 * 8820;
+        const std::vector<float> rest = Samples(channel, Count);
+        if (rest.size() < Count) {
             EXPECT_EQ(rest, Expected(noise, noise.size() - rest.size(), rest.size()));
             shorter = shorter || !rest.empty();
         }
@@ -124,25 +119,22 @@ TEST_F(HeardData, BeforeTheBeginningIsSilenceAndAtTheEndIsLess)
     EXPECT_TRUE(shorter);
 }
 
-TEST_F(HeardData, OtherQuestionsAreRefused)
+TEST_F(HeardData, GivesWholeFramesAndNoMoreThanIsKeptAndRefusesOtherQuestions)
 {
     Init("null");
     const DWORD channel = PausedAt(WriteWav("noise.wav", Noise(2UL * 44100)), 4000);
     std::vector<float> buffer(1024, 7.0f);
-    for (const DWORD length : {0U, 400U, 0x80000000U, 0x80000002U, 0x80000004U, 0xC0000010U}) {
-        EXPECT_EQ(BASS_ChannelGetData(channel, buffer.data(), length), ~0U) << length;
-        EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_ILLPARAM) << length;
-    }
-    EXPECT_EQ(BASS_ChannelGetData(channel, nullptr, BASS_DATA_FFT2048), ~0U);
-    EXPECT_EQ(BASS_ErrorGetCode(), BASS_ERROR_ILLPARAM);
-    EXPECT_EQ(BASS_ChannelGetData(channel, buffer.data(), DWORD{BASS_DATA_FLOAT}), 0U);
-    EXPECT_EQ(BASS_ChannelGetData(channel, buffer.data(), 15U | BASS_DATA_FLOAT), 8U)
-        << "whole frames";
+    const auto get = [=](void* out, DWORD length) {
+        return BASS_ChannelGetData(channel, out, length);
+    };
+    for (const DWORD length : {0U, 400U, 0x80000000U, 0x80000002U, 0x80000004U, 0xC0000010U})
+        EXPECT_EQ(Code(get(buffer.data(), length) != ~0U), BASS_ERROR_ILLPARAM) << length;
+    EXPECT_EQ(Code(get(nullptr, BASS_DATA_FFT2048) != ~0U), BASS_ERROR_ILLPARAM);
+    EXPECT_EQ(get(buffer.data(), DWORD{BASS_DATA_FLOAT}), 0U);
+    EXPECT_EQ(get(buffer.data(), 15U | BASS_DATA_FLOAT), 8U);
     EXPECT_EQ(buffer[2], 7.0f);
-    // More than is kept.
-    std::vector<float> much(std::size_t{2} * 88200);
-    const auto bytes = static_cast<DWORD>(much.size() * 4);
-    EXPECT_EQ(BASS_ChannelGetData(channel, much.data(), bytes | BASS_DATA_FLOAT), bytes);
+    const std::vector<float> much = Samples(channel, std::size_t{2} * 88200);
+    ASSERT_EQ(much.size(), 2U * 88200);
     EXPECT_EQ(much.front(), 0.0f) << "before the file's beginning";
     EXPECT_NE(much.back(), 0.0f);
 }

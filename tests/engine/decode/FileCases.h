@@ -6,6 +6,7 @@
 #include "decode/Source.h"
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 namespace velmo::test {
@@ -17,22 +18,23 @@ enum class Samples
     Lossy
 };
 
+constexpr SoundShape Stereo = {.frames = 100003};
+constexpr std::size_t ModuleFrames = 677376; ///< 2 * 64 rows of 6 ticks of 20 ms at 44.1 kHz
+
 struct FileCase
 {
-    const char* name;
+    std::string name;
     Bytes bytes;
     std::uint32_t ctype;
-    std::size_t frames;
-    Samples samples = Samples::Lossy;
-    engine::SourceKind kind = engine::SourceKind::Stream;
-    std::uint32_t channels = 2;
-    std::uint32_t sampleRate = 44100;
+    Samples samples;
+    SoundShape shape;
     float seekDifference = 0; ///< what a sample may differ by after a seek
+    engine::SourceKind kind = engine::SourceKind::Stream;
 };
 
 std::vector<FileCase> FileCases();
 
-/// Those of plugins alone.
-std::vector<FileCase> PluginCases();
+/// The one of that name.
+FileCase CaseOf(const std::vector<FileCase>& cases, const std::string& name);
 
 } // namespace velmo::test

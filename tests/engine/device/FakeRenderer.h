@@ -26,17 +26,12 @@ public:
         : m_channels(channels)
     {}
 
-    /// Sample of frame `index`: exact in 16 bits.
+    /// Sample of frame `index`: exact in 16 bits, but for full scale itself.
     static float Sample(std::uint64_t index, std::size_t channel)
     {
-        return channel % 2 == 0 ? Left(index + channel) : Right(index + channel - 1);
+        const float ramp = static_cast<float>((index + channel) % 65536) / 32768.0f - 1;
+        return channel % 2 == 0 ? ramp : -ramp;
     }
-    /// The first two of its samples.
-    static float Left(std::uint64_t index)
-    {
-        return static_cast<float>(index % 65536) / 32768.0f - 1;
-    }
-    static float Right(std::uint64_t index) { return -Left(index + 1); }
 
     void Render(float* out, std::size_t frames) noexcept override
     {
@@ -49,7 +44,6 @@ public:
         }
         m_frames += frames;
         m_overrun = m_overrun || m_frames > m_supplied;
-        m_firstRender = std::min(m_firstRender, std::chrono::steady_clock::now());
         m_changed.notify_all();
     }
 
@@ -122,10 +116,6 @@ public:
     [[nodiscard]] int LateCalls() const { return Get(m_lateCalls); }
     [[nodiscard]] int Waits() const { return Get(m_waits); }
     [[nodiscard]] bool Overrun() const { return Get(m_overrun); }
-    [[nodiscard]] std::chrono::steady_clock::time_point FirstRender() const
-    {
-        return Get(m_firstRender);
-    }
 
 private:
     template<typename Value>
@@ -141,8 +131,6 @@ private:
     std::condition_variable m_supply;
     std::uint64_t m_frames = 0;
     std::uint64_t m_supplied = std::numeric_limits<std::uint64_t>::max();
-    std::chrono::steady_clock::time_point m_firstRender =
-        std::chrono::steady_clock::time_point::max();
     int m_lateCalls = 0;
     int m_waits = 0;
     bool m_woken = false;

@@ -1,7 +1,9 @@
 #pragma once
 
-#include <chrono>
-#include <filesystem>
+#include "Environment.h"
+
+#include "support/TempDir.h"
+
 #include <string>
 
 #include <sys/types.h>
@@ -15,8 +17,8 @@ namespace velmo::test {
 class PulseServer
 {
 public:
-    PulseServer();
-    ~PulseServer();
+    PulseServer() = default;
+    ~PulseServer() { Kill(); }
     PulseServer(const PulseServer&) = delete;
     PulseServer& operator=(const PulseServer&) = delete;
 
@@ -38,11 +40,8 @@ public:
     std::string Control(const std::string& arguments);
 
 private:
-    void AwaitAnswer();
-
-    std::filesystem::path m_directory;
-    std::string m_address;
-    std::string m_serverBefore; ///< PULSE_SERVER; empty if it was unset
+    TempDir m_directory;
+    Environment m_address{"PULSE_SERVER", "unix:" + m_directory("native")};
     pid_t m_process = -1;
 };
 

@@ -14,59 +14,60 @@ namespace {
 
 using test::FakeRenderer;
 
-class RenderGateTest : public testing::Test
+struct Gate
 {
-protected:
-    FakeRenderer m_renderer;
-    DeviceClock m_clock;
-    RenderGate m_gate{m_renderer, m_clock};
-    std::array<float, 20> m_block{};
+    bool Render() { return gate.Render(block.data(), 10, 2); }
+
+    FakeRenderer renderer;
+    DeviceClock clock;
+    RenderGate gate{renderer, clock};
+    std::array<float, 20> block{};
 };
 
-TEST_F(RenderGateTest, ShutItGivesSilenceAndCountsNothing)
+TEST(RenderGate, ShutItGivesSilenceAndCountsNothing)
 {
-    m_block.fill(0.5f);
-    EXPECT_FALSE(m_gate.Render(m_block.data(), 10, 2));
-    EXPECT_THAT(m_block, testing::Each(0.0f));
-    EXPECT_EQ(m_gate.FramesReady(10), 0u);
-    m_gate.Open();
-    EXPECT_TRUE(m_gate.Render(m_block.data(), 10, 2));
-    EXPECT_EQ(m_clock.Rendered(), 10u);
-    EXPECT_EQ(m_gate.FramesReady(10), 10u);
-    m_gate.Close();
-    m_gate.Open();
-    EXPECT_FALSE(m_gate.Render(m_block.data(), 10, 2));
-    EXPECT_EQ(m_clock.Rendered(), 10u);
+    Gate one;
+    one.block.fill(0.5f);
+    EXPECT_FALSE(one.Render());
+    EXPECT_THAT(one.block, testing::Each(0.0f));
+    EXPECT_EQ(one.gate.FramesReady(10), 0u);
+    one.gate.Open();
+    EXPECT_TRUE(one.Render());
+    EXPECT_EQ(one.clock.Rendered(), 10u);
+    EXPECT_EQ(one.gate.FramesReady(10), 10u);
+    one.gate.Close();
+    one.gate.Open();
+    EXPECT_FALSE(one.Render());
+    EXPECT_EQ(one.clock.Rendered(), 10u);
 }
 
-TEST_F(RenderGateTest, NoRenderRunsAfterClose)
+TEST(RenderGate, NoRenderRunsAfterClose)
 {
     for (int round = 0; round < 50; ++round) {
-        FakeRenderer ours;
-        RenderGate oursGate(ours, m_clock);
-        oursGate.Open();
+        Gate one;
+        one.gate.Open();
         std::thread output([&] {
-            std::array<float, 20> out{};
-            while (oursGate.Render(out.data(), 10, 2)) {}
+            while (one.Render()) {}
         });
-        EXPECT_TRUE(ours.AwaitFrames(30));
-        oursGate.Close();
-        ours.RefuseRenders();
+        EXPECT_TRUE(one.renderer.AwaitFrames(30));
+        one.gate.Close();
+        one.renderer.RefuseRenders();
         output.join();
-        EXPECT_EQ(ours.LateCalls(), 0);
+        EXPECT_EQ(one.renderer.LateCalls(), 0);
     }
 }
 
-TEST_F(RenderGateTest, CloseEndsAWaitForFrames)
+TEST(RenderGate, CloseEndsAWaitForFrames)
 {
-    m_renderer.SupplyUpTo(0);
-    m_gate.Open();
-    std::thread output([&] { m_gate.WaitForFrames(); });
-    EXPECT_TRUE(m_renderer.Await([&] { return m_renderer.Waits() == 1; }));
-    m_gate.Close();
+    Gate one;
+    one.renderer.SupplyUpTo(0);
+    one.gate.Open();
+    std::thread output([&] { one.gate.WaitForFrames(); });
+    EXPECT_TRUE(one.renderer.Await([&] { return one.renderer.Waits() == 1; }));
+    one.gate.Close();
     output.join();
-    m_gate.WaitForFrames();
-    EXPECT_EQ(m_renderer.Waits(), 1);
+    one.gate.WaitForFrames();
+    EXPECT_EQ(one.renderer.Waits(), 1);
 }
 
 } // namespace

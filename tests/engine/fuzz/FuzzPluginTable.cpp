@@ -2,101 +2,64 @@
 /// null or good: from others nothing can be saved.
 #include "plugins/PluginTable.h"
 
+#include <fuzzer/FuzzedDataProvider.h>
+
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace {
 
-/// The bytes that are left.
-class Input
+/// Null, or a text in a block of its own, so that reading behind its end is seen.
+const char* Text(FuzzedDataProvider& input, std::vector<std::unique_ptr<char[]>>& texts)
 {
-public:
-    Input(const std::uint8_t* data, std::size_t size)
-        : m_data(data)
-        , m_size(size)
-    {}
-
-    std::uint32_t Number(std::size_t bytes)
-    {
-        std::uint32_t number = 0;
-        const std::size_t taken = bytes < m_size ? bytes : m_size;
-        std::memcpy(&number, m_data, taken);
-        m_data += taken;
-        m_size -= taken;
-        return number;
-    }
-
-    /// Null, or a text in a block of its own, so that reading behind its end is seen.
-    const char* Text(std::vector<std::unique_ptr<char[]>>& texts) // NOLINT(*-avoid-c-arrays)
-    {
-        std::uint32_t length = Number(1);
-        if (length == 0)
-            return nullptr;
-        if (length == 0xFF)
-            length = 5000;
-        auto text = std::make_unique<char[]>(length); // NOLINT(*-avoid-c-arrays)
-        for (std::uint32_t i = 0; i + 1 < length; ++i)
-            text[i] = static_cast<char>(m_size > 0 ? Number(1) : 'x');
-        return texts.emplace_back(std::move(text)).get();
-    }
-
-private:
-    const std::uint8_t* m_data;
-    std::size_t m_size;
-};
-
-int Probe(const std::uint8_t*, std::size_t)
-{
-    return 0;
+    if (!input.ConsumeBool())
+        return nullptr;
+    std::string text = input.ConsumeRandomLengthString();
+    if (input.ConsumeBool())
+        text.resize(5000, 'x');
+    texts.push_back(std::make_unique<char[]>(text.size() + 1)); // NOLINT(*-avoid-c-arrays)
+    std::ranges::copy(text, texts.back().get());
+    return texts.back().get();
 }
 
-void* Open(const char*, std::uint32_t, BASS_SOURCE_FORMAT*, int*)
-{
-    return nullptr;
-}
-
-std::size_t Read(void*, float*, std::size_t)
-{
-    return 0;
-}
-
-int Seek(void*, std::uint64_t)
-{
-    return 0;
-}
-
-void Close(void*)
-{}
+const BASS_DECODER Whole = {
+    .name = nullptr,
+    .masks = nullptr,
+    .kind = 0,
+    .probe = [](const std::uint8_t*, std::size_t) { return 0; },
+    .open = [](const char*, std::uint32_t, BASS_SOURCE_FORMAT*, int*) -> void* { return nullptr; },
+    .read = [](void*, float*, std::size_t) { return std::size_t{0}; },
+    .seek = [](void*, std::uint64_t) { return 0; },
+    .close = [](void*) {}};
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    Input input(data, size);
+    FuzzedDataProvider input(data, size);
     std::vector<std::unique_ptr<char[]>> texts; // NOLINT(*-avoid-c-arrays)
-    const std::uint32_t has = input.Number(1);
-    const BASS_DECODER decoder = {.name = input.Text(texts),
-                                  .masks = input.Text(texts),
-                                  .kind = input.Number(1),
-                                  .probe = (has & 1U) != 0 ? &Probe : nullptr,
-                                  .open = (has & 2U) != 0 ? &Open : nullptr,
-                                  .read = (has & 4U) != 0 ? &Read : nullptr,
-                                  .seek = (has & 8U) != 0 ? &Seek : nullptr,
-                                  .close = (has & 16U) != 0 ? &Close : nullptr};
-    std::vector<BASS_PLUGINFORM> formats(input.Number(1));
+    const BASS_DECODER decoder = {.name = Text(input, texts),
+                                  .masks = Text(input, texts),
+                                  .kind = input.ConsumeIntegral<std::uint8_t>(),
+                                  .probe = input.ConsumeBool() ? Whole.probe : nullptr,
+                                  .open = input.ConsumeBool() ? Whole.open : nullptr,
+                                  .read = input.ConsumeBool() ? Whole.read : nullptr,
+                                  .seek = input.ConsumeBool() ? Whole.seek : nullptr,
+                                  .close = input.ConsumeBool() ? Whole.close : nullptr};
+    std::vector<BASS_PLUGINFORM> formats(input.ConsumeIntegral<std::uint8_t>());
     for (BASS_PLUGINFORM& format : formats)
-        format = {.ctype = 0, .name = input.Text(texts), .exts = input.Text(texts)};
+        format = {.ctype = 0, .name = Text(input, texts), .exts = Text(input, texts)};
     const auto count = static_cast<std::uint32_t>(formats.size());
-    const BASS_PLUGIN table = {.abi = input.Number(1),
-                               .size = input.Number(4),
+    const BASS_PLUGIN table = {.abi = input.ConsumeIntegral<std::uint8_t>(),
+                               .size = input.ConsumeIntegral<std::uint32_t>(),
                                .version = 0,
-                               .formatCount = (has & 32U) != 0 ? 0xFFFFFFFFU : count,
-                               .formats = (has & 64U) != 0 ? nullptr : formats.data(),
-                               .decoder = (has & 128U) != 0 ? nullptr : &decoder};
+                               .formatCount = input.ConsumeBool() ? 0xFFFFFFFFU : count,
+                               .formats = input.ConsumeBool() ? nullptr : formats.data(),
+                               .decoder = input.ConsumeBool() ? nullptr : &decoder};
     // As large as it says, up to what it is; never less than its first number.
     const std::size_t bytes = std::min<std::size_t>(table.size, sizeof table);
     if (!velmo::engine::IsUsablePlugin(&table, bytes))

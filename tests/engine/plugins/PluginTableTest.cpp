@@ -2,25 +2,22 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 
 namespace velmo::engine::test {
 namespace {
 
-const BASS_DECODER Decoder = {
-    .name = "d",
-    .masks = "*.d",
-    .kind = BASS_DECODER_STREAM,
-    .probe = [](const std::uint8_t*, std::size_t) { return 0; },
-    .open = [](const char*, std::uint32_t, BASS_SOURCE_FORMAT*, int*) -> void* { return nullptr; },
-    .read = [](void*, float*, std::size_t) { return std::size_t{0}; },
-    .seek = [](void*, std::uint64_t) { return 0; },
-    .close = [](void*) {}};
-
 struct Table
 {
-    BASS_DECODER decoder = Decoder;
+    BASS_DECODER decoder = {
+        .name = "d",
+        .masks = "*.d",
+        .kind = BASS_DECODER_STREAM,
+        .probe = [](const std::uint8_t*, std::size_t) { return 0; },
+        .open = [](const char*, std::uint32_t, BASS_SOURCE_FORMAT*, int*) -> void* { return {}; },
+        .read = [](void*, float*, std::size_t) { return std::size_t{0}; },
+        .seek = [](void*, std::uint64_t) { return 0; },
+        .close = [](void*) {}};
     BASS_PLUGINFORM format = {.ctype = 1, .name = "f", .exts = "*.f"};
     BASS_PLUGIN plugin = {.abi = BASS_PLUGIN_ABI,
                           .size = sizeof(BASS_PLUGIN),
@@ -32,8 +29,7 @@ struct Table
 
 TEST(PluginTable, IsUsedOnlyIfAllOfItIsThere)
 {
-    const std::string longText(5000, 'x');
-    const std::function<void(Table&)> spoil[] = {
+    void (*const spoil[])(Table&) = {
         [](Table& table) { table.plugin.abi = 2; },
         [](Table& table) { table.plugin.size = sizeof(BASS_PLUGIN) + 8; },
         [](Table& table) { table.plugin.decoder = nullptr; },
@@ -42,7 +38,10 @@ TEST(PluginTable, IsUsedOnlyIfAllOfItIsThere)
         [](Table& table) { table.format.name = nullptr; },
         [](Table& table) { table.format.exts = nullptr; },
         [](Table& table) { table.format.name = "two\nlines"; },
-        [&](Table& table) { table.format.exts = longText.c_str(); },
+        [](Table& table) {
+            static const std::string tooLong(5000, 'x');
+            table.format.exts = tooLong.c_str();
+        },
         [](Table& table) { table.decoder.name = nullptr; },
         [](Table& table) { table.decoder.masks = nullptr; },
         [](Table& table) { table.decoder.kind = 3; },
@@ -55,12 +54,14 @@ TEST(PluginTable, IsUsedOnlyIfAllOfItIsThere)
     Table table;
     EXPECT_TRUE(IsUsablePlugin(&table.plugin, sizeof table.plugin));
     EXPECT_FALSE(IsUsablePlugin(&table.plugin, sizeof table.plugin - 1));
-    EXPECT_FALSE(IsUsablePlugin(&table.plugin, 4));
     EXPECT_FALSE(IsUsablePlugin(nullptr, sizeof table.plugin));
-    for (std::size_t i = 0; i < std::size(spoil); ++i) {
+    table.plugin.formats = nullptr;
+    table.plugin.formatCount = 0;
+    EXPECT_TRUE(IsUsablePlugin(&table.plugin, sizeof table.plugin)) << "none is well";
+    for (const auto& each : spoil) {
         Table spoilt;
-        spoil[i](spoilt);
-        EXPECT_FALSE(IsUsablePlugin(&spoilt.plugin, sizeof spoilt.plugin)) << i;
+        each(spoilt);
+        EXPECT_FALSE(IsUsablePlugin(&spoilt.plugin, sizeof spoilt.plugin)) << &each - spoil;
     }
 }
 
