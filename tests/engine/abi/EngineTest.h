@@ -60,7 +60,8 @@ protected:
     {
         const std::string sound = RenderedBytes();
         std::vector<Sample> samples(sound.size() / sizeof(Sample));
-        std::memcpy(samples.data(), sound.data(), samples.size() * sizeof(Sample));
+        if (!samples.empty())
+            std::memcpy(samples.data(), sound.data(), samples.size() * sizeof(Sample));
         return samples;
     }
 
