@@ -60,6 +60,8 @@ public:
     Property<TextOverflow> Overflow{*this, TextOverflow::Cut};
     /// Read when the form is first shown.
     LabelText Text = LabelText::Drawn;
+    /// How much the text lights the glass around it, from 0 to 1. Read when the text is painted.
+    double Glow = 0;
 };
 
 /// A picture that may change under the mouse.

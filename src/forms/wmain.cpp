@@ -67,10 +67,12 @@ wmain::wmain()
     lblTime.ToolTipText = "Curent position";
     lblTime.TabStop = true;
     lblTime.ForeColor = ClockCyan;
+    lblTime.Glow = 1;
     lblTime.Font = controls::Font{.name = "DejaVu Sans Mono", .sizePoints = 12, .weight = Bold};
     lblTime.Overflow = controls::TextOverflow::Shrink; // during a crossfade it shows two times
     lblSongName.AccessibleName = "Title";
     lblSongName.ForeColor = Cyan;
+    lblSongName.Glow = 0.4;
     picVisualisation.ToolTipText = "Live Spectrum (click to change)";
     picVisualisation.TabStop = true;
     imgControl.ToolTipText = "Menu";

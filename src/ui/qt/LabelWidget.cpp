@@ -1,6 +1,7 @@
 #include "LabelWidget.h"
 
 #include "DesktopStyle.h"
+#include "GlowingText.h"
 #include "PutPixels.h"
 #include "QtFont.h"
 #include "QtText.h"
@@ -122,7 +123,8 @@ const QImage* LabelWidget::RunningPicture()
                                                .ground = ToQColor(m_look.back),
                                                .size = size(),
                                                .ratio = devicePixelRatioF(),
-                                               .baseline = Baseline(Font())});
+                                               .baseline = Baseline(Font()),
+                                               .glow = m_label.Glow});
     return picture.isNull() ? nullptr : &picture;
 }
 
@@ -152,7 +154,8 @@ void LabelWidget::PaintText(QPainter& painter)
     const double spare = m_look.align == controls::TextAlign::Centre ? width() - textWidth() : 0;
     painter.setFont(font);
     painter.setPen(ToQColor(m_look.fore));
-    painter.drawText(QPointF(std::max(spare, 0.0) / 2, Baseline(font)), m_text);
+    const QPointF start(std::max(spare, 0.0) / 2, Baseline(font));
+    DrawGlowingText(painter, start, m_text, m_label.Glow);
 }
 
 } // namespace velmo::qt

@@ -1,5 +1,7 @@
 #include "RunningText.h"
 
+#include "GlowingText.h"
+
 #include <QFontMetricsF>
 #include <QPainter>
 
@@ -68,7 +70,7 @@ void RunningText::MakeStrip()
     QPainter painter(&m_strip);
     painter.setFont(m_looks.font);
     painter.setPen(m_looks.ink);
-    painter.drawText(QPointF(0, m_looks.baseline), m_ring + m_ring);
+    DrawGlowingText(painter, QPointF(0, m_looks.baseline), m_ring + m_ring, m_looks.glow);
 }
 
 } // namespace velmo::qt

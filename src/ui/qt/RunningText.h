@@ -25,6 +25,7 @@ public:
         QSize size;          ///< logical pixels
         double ratio = 1.0;  ///< of the screen's pixels to those
         double baseline = 0; ///< logical pixels from the top
+        double glow = 0;     ///< as `DrawGlowingText` takes it
 
         bool operator==(const Looks&) const = default;
     };
