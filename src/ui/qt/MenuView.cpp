@@ -1,10 +1,11 @@
 #include "MenuView.h"
 
 #include "ControlWidget.h"
+#include "QtScreens.h"
 #include "QtText.h"
-#include "Twips.h"
 
 #include "controls/EventEntry.h"
+#include "controls/PixelGrid.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -20,6 +21,13 @@ QPoint PlaceOfPointer()
 {
     const auto* control = dynamic_cast<const ControlWidget*>(QApplication::focusWidget());
     return (control == nullptr ? std::nullopt : control->KeyPlace()).value_or(QCursor::pos());
+}
+
+/// Where the toolkit has a place that is told as those of windows are.
+QPoint PlaceOf(double leftTwips, double topTwips)
+{
+    const controls::PixelGrid grid(ScreenScale());
+    return FromScreenPoint({.x = grid.ToPixels(leftTwips), .y = grid.ToPixels(topTwips)});
 }
 
 /// Where there are no global positions, a pop-up stands by the window it belongs to.
@@ -43,7 +51,7 @@ void Sync(const controls::MenuEntry& entry, QAction& action)
 MenuView::MenuView(controls::Menu& menu)
     : m_menu(menu)
 {
-    menu.PopUp = [this](double left, double top) { Open(QPoint(ToPixels(left), ToPixels(top))); };
+    menu.PopUp = [this](double left, double top) { Open(PlaceOf(left, top)); };
     menu.PopUpAtPointer = [this] { Open(PlaceOfPointer()); };
 }
 

@@ -42,7 +42,28 @@ int DistanceOf(const ScreenRect& rect, ScreenPoint place)
     return dx + dy;
 }
 
+/// Null if there is none.
+const QScreen* NearestScreen(ScreenPoint place)
+{
+    const QScreen* nearest = nullptr;
+    int least = 0;
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        const int distance = DistanceOf(OnScreen(*screen, screen->geometry()), place);
+        if (nearest == nullptr || distance < least) {
+            nearest = screen;
+            least = distance;
+        }
+    }
+    return nearest;
+}
+
 } // namespace
+
+double ScreenScale()
+{
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return screen == nullptr ? 1.0 : screen->devicePixelRatio();
+}
 
 ScreenPoint ToScreenPoint(QPointF global)
 {
@@ -54,6 +75,16 @@ ScreenPoint ToScreenPoint(QPointF global)
     if (screen == nullptr)
         return {.x = floored.x(), .y = floored.y()};
     return OnScreen(*screen, global);
+}
+
+QPoint FromScreenPoint(ScreenPoint place)
+{
+    const QPoint pixel(place.x, place.y);
+    const QScreen* screen = NearestScreen(place);
+    if (screen == nullptr)
+        return pixel;
+    const QPoint corner = screen->geometry().topLeft();
+    return corner + (QPointF(pixel - corner) / screen->devicePixelRatio()).toPoint();
 }
 
 QtScreens::QtScreens()
@@ -91,21 +122,12 @@ void QtScreens::Tell()
 
 double QtScreens::Scale()
 {
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    return screen == nullptr ? 1.0 : screen->devicePixelRatio();
+    return ScreenScale();
 }
 
 ScreenRect QtScreens::WorkArea(ScreenPoint place)
 {
-    const QScreen* nearest = nullptr;
-    int least = 0;
-    for (const QScreen* screen : QGuiApplication::screens()) {
-        const int distance = DistanceOf(OnScreen(*screen, screen->geometry()), place);
-        if (nearest == nullptr || distance < least) {
-            nearest = screen;
-            least = distance;
-        }
-    }
+    const QScreen* const nearest = NearestScreen(place);
     return nearest == nullptr ? ScreenRect{} : OnScreen(*nearest, nearest->availableGeometry());
 }
 

@@ -3,6 +3,7 @@
 #include "ports/Screens.h"
 
 #include <QObject>
+#include <QPoint>
 
 #include <functional>
 
@@ -32,8 +33,13 @@ private:
     bool m_isTelling = false;
 };
 
+/// Pixels of the screens to a logical one, as the first screen has it.
+double ScreenScale();
+
 /// The pixel of the screens at a place that the toolkit tells in its own logical pixels: those
 /// count from each screen's own corner.
 ports::ScreenPoint ToScreenPoint(QPointF global);
+/// The other way round, by the screen that is nearest to the pixel.
+QPoint FromScreenPoint(ports::ScreenPoint place);
 
 } // namespace velmo::qt

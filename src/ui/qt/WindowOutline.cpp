@@ -1,6 +1,7 @@
 #include "WindowOutline.h"
 
 #include "X11Window.h"
+#include "Xcb.h"
 
 #include <QRegion>
 #include <QWidget>
@@ -42,7 +43,7 @@ WindowOutline::WindowOutline(const controls::Form& form, QWidget& window)
 void WindowOutline::Sync()
 {
     const double ratio = m_window.devicePixelRatioF();
-    const WId id = m_window.internalWinId();
+    const std::uint32_t id = XcbWindowOf(m_window);
     if (m_applied == m_form.Outline.Get()
         && (m_applied.empty() || (ratio == m_ratio && id == m_id)))
         return;

@@ -2,8 +2,7 @@
 
 #include "controls/Form.h"
 
-#include <qwindowdefs.h>
-
+#include <cstdint>
 #include <vector>
 
 class QWidget;
@@ -19,7 +18,7 @@ public:
     /// Both must outlive this.
     WindowOutline(const controls::Form& form, QWidget& window);
 
-    /// After a change of the form, before the window is shown; the window must have been made.
+    /// After a change of the form, and when the window is shown; it must have been made.
     void Sync();
 
 private:
@@ -29,7 +28,7 @@ private:
     QWidget& m_window;
     std::vector<controls::PixelArea> m_applied;
     double m_ratio = 1.0;
-    WId m_id = 0; ///< the window that has it
+    std::uint32_t m_id = 0; ///< the window that has it
 };
 
 } // namespace velmo::qt

@@ -3,6 +3,7 @@
 #include "EnvironmentSetup.h"
 #include "QtScreens.h"
 #include "Twips.h"
+#include "Xcb.h"
 
 #include "controls/EventEntry.h"
 #include "controls/WindowRect.h"
@@ -23,7 +24,7 @@ using ports::ScreenRect;
 
 namespace {
 
-constexpr int RestMs = 300;
+constexpr int RestMs = 150;
 
 } // namespace
 
@@ -49,8 +50,7 @@ bool WindowPlace::IsExact() const
 
 controls::PixelGrid WindowPlace::Grid() const
 {
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    return controls::PixelGrid(screen == nullptr ? 1.0 : screen->devicePixelRatio());
+    return controls::PixelGrid(ScreenScale());
 }
 
 ScreenPoint WindowPlace::Wanted() const
@@ -65,7 +65,7 @@ void WindowPlace::PlaceFirst()
         Centre();
     m_shown = Wanted();
     // Of this the toolkit takes that the window has a place; on X the place itself comes after.
-    m_window.move(ToPixels(m_form.Left), ToPixels(m_form.Top));
+    m_window.move(FromScreenPoint(m_shown));
     PutOnX11();
 }
 
@@ -97,9 +97,9 @@ X11Move WindowPlace::NextMove()
         controls::WindowRect(m_form, Grid()).MovedBy(m_sent.x - Wanted().x, m_sent.y - Wanted().y);
     m_sent = m_shown;
     m_isManagerBehind = m_frame.id != 0;
-    const auto id = static_cast<std::uint32_t>(m_window.internalWinId());
-    return {
-        .target = m_isManagerBehind ? m_frame : X11Target{.id = id}, .from = from, .to = m_shown};
+    return {.target = m_isManagerBehind ? m_frame : X11Target{.id = XcbWindowOf(m_window)},
+            .from = from,
+            .to = m_shown};
 }
 
 void WindowPlace::LeaveScreen()
@@ -114,10 +114,12 @@ void WindowPlace::Sync()
     if (wanted == m_shown)
         return;
     m_shown = wanted;
+    m_seen.reset();
+    m_rest.stop(); // what was found before would undo this move before it's sent
     if (IsExact())
         m_isMoveLeft = true;
     else
-        m_window.move(ToPixels(m_form.Left), ToPixels(m_form.Top));
+        m_window.move(FromScreenPoint(m_shown));
 }
 
 std::optional<X11Move> WindowPlace::TakeMove()
@@ -214,8 +216,12 @@ void WindowPlace::TakeFound()
     if (m_isDragging || QGuiApplication::mouseButtons().testFlag(Qt::LeftButton))
         return;
     const ScreenPoint found = Found();
+    const bool isSeenAgain = std::exchange(m_seen, found) == found;
     if (found == m_shown || (!IsX11() && found == ScreenPoint{}))
         return;
+    // The server is ahead of the events: that a screen has gone may still be among them.
+    if (!isSeenAgain)
+        return m_rest.start();
     m_shown = found;
     m_sent = found;
     controls::MoveWindow(m_form, Grid(), found.x, found.y);

@@ -57,8 +57,9 @@ public:
     /// The drag has ended: what the window manager hasn't been told is left to be sent.
     void GiveToManager();
 
-    /// The window system says that the window has been moved. Believed once it has come to rest:
-    /// when a screen goes, a window manager tears blocks apart that are about to be brought back.
+    /// The window system says that the window has been moved. Believed once it has come to rest and
+    /// has been found in the same place twice: when a screen goes, a window manager tears blocks
+    /// apart that are about to be brought back.
     void Moved();
 
 private:
@@ -75,7 +76,8 @@ private:
     controls::Form& m_form;
     QWidget& m_window;
     ports::ScreenPoint m_shown;
-    ports::ScreenPoint m_sent; ///< what the X server was asked for last
+    ports::ScreenPoint m_sent;                ///< what the X server was asked for last
+    std::optional<ports::ScreenPoint> m_seen; ///< where it was found of late, not yet believed
     bool m_isMoveLeft = false;
     X11Target m_frame; ///< during a drag, where there's one that may be moved
     bool m_isManagerBehind = false;

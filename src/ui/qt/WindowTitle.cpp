@@ -56,7 +56,7 @@ bool WindowTitle::LookAtWindow()
 {
     if (m_connection == nullptr || !m_window.isVisible())
         return false;
-    const auto id = static_cast<std::uint32_t>(m_window.internalWinId());
+    const std::uint32_t id = XcbWindowOf(m_window);
     if (id == m_id)
         return id != 0;
     const XcbReply<xcb_get_window_attributes_reply_t> reply(xcb_get_window_attributes_reply(

@@ -21,11 +21,6 @@ namespace velmo::qt {
 
 namespace {
 
-xcb_window_t IdOf(const QWidget& window)
-{
-    return static_cast<xcb_window_t>(window.internalWinId());
-}
-
 xcb_window_t RootWindow(xcb_connection_t& connection)
 {
     return xcb_setup_roots_iterator(xcb_get_setup(&connection)).data->root;
@@ -109,7 +104,7 @@ X11Target FrameOnX11(const QWidget& window)
     xcb_connection_t* const connection = XcbConnection();
     if (IsComposited(connection))
         return {};
-    xcb_window_t frame = IdOf(window);
+    xcb_window_t frame = XcbWindowOf(window);
     for (;;) {
         const XcbReply<xcb_query_tree_reply_t> tree(
             xcb_query_tree_reply(connection, xcb_query_tree(connection, frame), nullptr));
@@ -121,7 +116,7 @@ X11Target FrameOnX11(const QWidget& window)
     }
     const auto askedAttributes = xcb_get_window_attributes(connection, frame);
     const auto askedFrame = xcb_get_geometry(connection, frame);
-    const auto askedOwn = xcb_get_geometry(connection, IdOf(window));
+    const auto askedOwn = xcb_get_geometry(connection, XcbWindowOf(window));
     const XcbReply<xcb_get_window_attributes_reply_t> attributes(
         xcb_get_window_attributes_reply(connection, askedAttributes, nullptr));
     const XcbReply<xcb_get_geometry_reply_t> outer(
@@ -130,7 +125,7 @@ X11Target FrameOnX11(const QWidget& window)
         xcb_get_geometry_reply(connection, askedOwn, nullptr));
     const bool isTight = outer && own && outer->width == own->width && outer->height == own->height
                          && outer->border_width == 0;
-    if (frame == IdOf(window) || !isTight || !attributes)
+    if (frame == XcbWindowOf(window) || !isTight || !attributes)
         return {};
     return {.id = frame, .isRedirectedFrame = attributes->override_redirect == 0};
 }
@@ -139,7 +134,7 @@ std::optional<ports::ScreenPoint> PlaceOnX11(const QWidget& window)
 {
     xcb_connection_t* const connection = XcbConnection();
     const auto asked =
-        xcb_translate_coordinates(connection, IdOf(window), RootWindow(*connection), 0, 0);
+        xcb_translate_coordinates(connection, XcbWindowOf(window), RootWindow(*connection), 0, 0);
     const XcbReply<xcb_translate_coordinates_reply_t> reply(
         xcb_translate_coordinates_reply(connection, asked, nullptr));
     if (!reply)
@@ -172,7 +167,7 @@ void UnmapUnmanagedX11(const QWidget& window)
         xcb_get_property_reply(connection, asked, nullptr));
     if (reply && reply->type == XCB_ATOM_WINDOW)
         return;
-    xcb_unmap_window(connection, IdOf(window));
+    xcb_unmap_window(connection, XcbWindowOf(window));
     xcb_flush(connection);
 }
 
@@ -184,14 +179,19 @@ void ShapeX11(const QWidget& window, std::span<const ports::ScreenRect> parts)
         rectangles.push_back(ToXcb(part));
     for (const xcb_shape_sk_t kind : {XCB_SHAPE_SK_BOUNDING, XCB_SHAPE_SK_INPUT}) {
         if (parts.empty())
-            xcb_shape_mask(
-                XcbConnection(), XCB_SHAPE_SO_SET, kind, IdOf(window), 0, 0, XCB_PIXMAP_NONE);
+            xcb_shape_mask(XcbConnection(),
+                           XCB_SHAPE_SO_SET,
+                           kind,
+                           XcbWindowOf(window),
+                           0,
+                           0,
+                           XCB_PIXMAP_NONE);
         else
             xcb_shape_rectangles(XcbConnection(),
                                  XCB_SHAPE_SO_SET,
                                  kind,
                                  XCB_CLIP_ORDERING_YX_BANDED,
-                                 IdOf(window),
+                                 XcbWindowOf(window),
                                  0,
                                  0,
                                  static_cast<std::uint32_t>(rectangles.size()),

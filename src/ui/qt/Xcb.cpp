@@ -1,6 +1,8 @@
 #include "Xcb.h"
 
 #include <QGuiApplication>
+#include <QWidget>
+#include <QWindow>
 
 #include <xcb/xcb.h>
 
@@ -10,6 +12,14 @@ xcb_connection_t* XcbConnection()
 {
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     return x11 == nullptr ? nullptr : x11->connection();
+}
+
+std::uint32_t XcbWindowOf(const QWidget& window)
+{
+    const QWindow* const handle = window.windowHandle();
+    if (handle == nullptr || handle->handle() == nullptr)
+        return 0;
+    return static_cast<std::uint32_t>(handle->winId());
 }
 
 std::uint32_t XcbAtom(xcb_connection_t* connection, const std::string& name)
