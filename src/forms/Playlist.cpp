@@ -16,7 +16,8 @@ constexpr double FrameFoot = 7050;
 constexpr double FrameKeyWidth = 810;
 constexpr double FrameKeyHeight = 240;
 
-/// A frame of `keys` keys, which stands on its foot above the key that lets it out.
+/// A frame of `keys` keys, which stands above the key that lets it out. It touches that key: what
+/// lies between them would make the pointer lose the frame on its way.
 constexpr controls::Bounds Frame(double left, int keys)
 {
     constexpr double Rim = 15;
@@ -24,7 +25,7 @@ constexpr controls::Bounds Frame(double left, int keys)
     return {.left = left - Rim,
             .top = FrameFoot - height - Rim,
             .width = FrameKeyWidth + 2 * Rim,
-            .height = height + Rim};
+            .height = height + 2 * Rim};
 }
 
 /// The key at `place` of a frame of `keys` keys, counted from its top.

@@ -7,9 +7,11 @@
 #include "controls/EventEntry.h"
 #include "controls/KeyActions.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QTextDocument>
+#include <QWindow>
 
 namespace velmo::qt {
 
@@ -45,6 +47,15 @@ const controls::Image* ImageOf(const controls::Control& control)
     return control.Kind == controls::ControlKind::Image
                ? &static_cast<const controls::Image&>(control)
                : nullptr;
+}
+
+/// A tool tip covers what lies below the pointer, often the next button: clicks and moves go
+/// through it.
+void LetMouseThroughToolTip()
+{
+    for (const QWidget* window : QApplication::topLevelWidgets())
+        if (window->inherits("QTipLabel") && window->windowHandle() != nullptr)
+            window->windowHandle()->setFlag(Qt::WindowTransparentForInput);
 }
 
 } // namespace
@@ -179,6 +190,8 @@ bool ControlWidget::event(QEvent* event)
     const bool isHandled = QWidget::event(event);
     if (event->type() == QEvent::Paint && m_ring.IsShown())
         m_ring.Paint();
+    if (event->type() == QEvent::ToolTip)
+        LetMouseThroughToolTip();
     return isHandled;
 }
 

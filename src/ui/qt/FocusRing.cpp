@@ -60,11 +60,12 @@ void FocusRing::Paint() const
 {
     const QColor light(0x00, 0xff, 0xff);
     QPainter painter(&m_widget);
-    const QRect whole = m_widget.rect();
-    painter.fillRect(QRect(0, 0, whole.width(), 1), light);
-    painter.fillRect(QRect(0, whole.bottom(), whole.width(), 1), light);
-    painter.fillRect(QRect(0, 1, 1, whole.height() - 2), light);
-    painter.fillRect(QRect(whole.right(), 1, 1, whole.height() - 2), light);
+    // A neighbour may stand over an edge.
+    const QRect whole = m_widget.visibleRegion().boundingRect();
+    painter.fillRect(QRect(whole.left(), whole.top(), whole.width(), 1), light);
+    painter.fillRect(QRect(whole.left(), whole.bottom(), whole.width(), 1), light);
+    painter.fillRect(QRect(whole.left(), whole.top() + 1, 1, whole.height() - 2), light);
+    painter.fillRect(QRect(whole.right(), whole.top() + 1, 1, whole.height() - 2), light);
 }
 
 bool FocusRing::eventFilter(QObject* watched, QEvent* event)

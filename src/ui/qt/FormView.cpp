@@ -8,6 +8,7 @@
 #include "QtText.h"
 #include "TurnEnd.h"
 #include "Twips.h"
+#include "VirtualKey.h"
 
 #include "controls/EventEntry.h"
 
@@ -31,6 +32,8 @@ FormView::FormView(controls::Form& form)
     setObjectName(FromBytes(form.Name));
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAttribute(Qt::WA_NoSystemBackground);
+    // The pointer is often over one window of the block while another one has the keys.
+    setAttribute(Qt::WA_AlwaysShowToolTips);
     setMouseTracking(true);
     SetHooks();
     if (form.Visible)
@@ -163,6 +166,7 @@ void FormView::ShowWindow()
     } else {
         show();
     }
+    m_outline.Sync(); // the server may have another window for it now
     m_place.Assert();
 }
 
@@ -273,7 +277,7 @@ bool FormView::eventFilter(QObject* /*watched*/, QEvent* event)
 
 void FormView::keyPressEvent(QKeyEvent* event)
 {
-    if (!m_form.KeyPress)
+    if (!m_form.KeyPress || !IsTyped(*event))
         return QWidget::keyPressEvent(event);
     for (const uint character : event->text().toUcs4())
         controls::CallSlot(m_form.KeyPress, static_cast<char32_t>(character));

@@ -145,8 +145,9 @@ void ListRowsWidget::keyPressEvent(QKeyEvent* event)
     controls::CallSlot(m_rows.KeyDown, VirtualKey(*event));
     if (MoveByKey(*event))
         return;
-    for (const uint character : event->text().toUcs4())
-        controls::CallSlot(m_rows.KeyPress, static_cast<char32_t>(character));
+    if (IsTyped(*event))
+        for (const uint character : event->text().toUcs4())
+            controls::CallSlot(m_rows.KeyPress, static_cast<char32_t>(character));
     event->ignore(); // the form's turn
 }
 

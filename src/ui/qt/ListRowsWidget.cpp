@@ -206,7 +206,8 @@ void ListRowsWidget::PlaceEdit()
     if (place.isEmpty() || m_editedRow != m_rows.SelectedEntry())
         return EndEdit(LabelEditEnd::Cancel);
     constexpr int FieldMargin = 2; // the field's own, before its text
-    m_edit->setGeometry(m_painter.TextPlace(place).adjusted(-FieldMargin, 0, 0, 0));
+    const RowLook look = LookAt(m_editedRow - m_rows.FirstVisibleEntry());
+    m_edit->setGeometry(m_painter.EditPlace(place, look).adjusted(-FieldMargin, 0, 0, 0));
 }
 
 void ListRowsWidget::EndEdit(LabelEditEnd how)

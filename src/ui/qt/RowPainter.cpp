@@ -95,6 +95,21 @@ QRect RowPainter::TextPlace(const QRect& place) const
     return place.adjusted(LeftMargin, 0, -right, 0);
 }
 
+QRect RowPainter::EditPlace(const QRect& place, const RowLook& look)
+{
+    QRect text = TextPlace(place);
+    if (m_style.lengthWidth > 0 && !look.length.empty()) {
+        const double length = LeftOfLength(place, OneLine(look.length));
+        text.setRight(std::min(text.right(), static_cast<int>(length) - ColumnGap));
+    }
+    return text;
+}
+
+double RowPainter::LeftOfLength(const QRect& place, const QString& length)
+{
+    return place.right() + 1 - RightMargin - QFontMetricsF(Font()).horizontalAdvance(length);
+}
+
 void RowPainter::Paint(QPainter& painter, const QRect& place, const RowLook& look, bool withText)
 {
     PaintGround(painter, place, look);
@@ -113,7 +128,7 @@ void RowPainter::PaintTexts(QPainter& painter, const QRect& place, const RowLook
     double right = TextPlace(place).right() + 1;
     if (m_style.lengthWidth > 0 && !look.length.empty()) {
         const QString length = OneLine(look.length);
-        const double left = place.right() + 1 - RightMargin - metrics.horizontalAdvance(length);
+        const double left = LeftOfLength(place, length);
         right = std::min(right, left - ColumnGap);
         painter.setPen(Faded(colour, look.isMarked ? MarkedLengthShare : LengthShare));
         painter.drawText(QPointF(left, baseline), length);

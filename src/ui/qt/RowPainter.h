@@ -48,8 +48,11 @@ public:
 
     /// The part of a row in which its first text stands.
     QRect TextPlace(const QRect& place) const;
+    /// The part that is free for its text: a length may be wider than its column.
+    QRect EditPlace(const QRect& place, const RowLook& look);
 
 private:
+    double LeftOfLength(const QRect& place, const QString& length);
     void PaintTexts(QPainter& painter, const QRect& place, const RowLook& look);
 
     RowStyle m_style;

@@ -49,4 +49,9 @@ int VirtualKey(const QKeyEvent& event)
     return found == Named.end() ? 0 : found->second;
 }
 
+bool IsTyped(const QKeyEvent& event)
+{
+    return !(event.modifiers() & (Qt::AltModifier | Qt::MetaModifier));
+}
+
 } // namespace velmo::qt

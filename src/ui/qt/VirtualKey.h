@@ -8,4 +8,8 @@ namespace velmo::qt {
 /// 46, Enter 13, F1 112 and so on; 0 for a key that has none here.
 int VirtualKey(const QKeyEvent& event);
 
+/// Whether the key's text is meant for the window. With Alt, or the desktop's own key, it's a
+/// command for somebody else.
+bool IsTyped(const QKeyEvent& event);
+
 } // namespace velmo::qt
