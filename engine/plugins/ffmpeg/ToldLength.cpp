@@ -15,10 +15,12 @@ namespace {
 /// Of a track's end a container may say that so much of it is padding.
 constexpr std::uint64_t MostPadding = 16384;
 
-/// `told`, or where the number of packets in the track's list speaks against it, what they give.
+/// `told`, or where the number of packets in the track's list speaks against it, what they give. A
+/// file in fragments has no such list, only what has been met of them.
 std::uint64_t Believed(std::uint64_t told, const FfmpegFile& file) noexcept
 {
-    const int packets = avformat_index_get_entries_count(&file.Track());
+    const bool hasList = file.Track().nb_frames > 0;
+    const int packets = hasList ? avformat_index_get_entries_count(&file.Track()) : 0;
     const int each = std::max(file.Frame().nb_samples, file.Codec().frame_size);
     const std::uint64_t listed = static_cast<std::uint64_t>(std::max(packets, 0))
                                  * static_cast<std::uint64_t>(std::max(each, 0));
@@ -42,10 +44,11 @@ std::uint64_t WithoutPadding(std::uint64_t frames,
         && believable(told))
         return told;
     const std::int64_t rate = sampleRate;
-    const std::int64_t presented =
-        container.duration > 0 ? av_rescale(container.duration, rate, AV_TIME_BASE) : 0;
+    if (container.duration <= 0)
+        return frames; // as in a file in fragments
     // It's often rounded to thousandths of a second.
-    const auto exact = static_cast<std::uint64_t>(presented);
+    const auto exact =
+        static_cast<std::uint64_t>(av_rescale(container.duration, rate, AV_TIME_BASE));
     return believable(exact) && frames - exact > sampleRate / 500 ? exact : frames;
 }
 

@@ -14,6 +14,8 @@ namespace {
 
 constexpr int MostChannels = 8;
 constexpr int MostSampleRate = 1'000'000;
+/// Behind a sound of no length there are never so many bytes, unless the length is wrong.
+constexpr std::uint64_t LeastUnclosedBytes = 65536;
 
 FileWindow& WindowOf(void* user)
 {
@@ -36,6 +38,21 @@ sf_count_t WindowRead(void* out, sf_count_t count, void* user)
         return 0;
     const std::span bytes(static_cast<std::uint8_t*>(out), static_cast<std::size_t>(count));
     return static_cast<sf_count_t>(WindowOf(user).Read(bytes));
+}
+
+/// The same of a WAV file whose recorder was cut off before it wrote how long the sound is. Where
+/// the whole file is told to have 8 bytes, the library takes the sound to go on to the file's end.
+sf_count_t WindowReadUnclosed(void* out, sf_count_t count, void* user)
+{
+    constexpr std::array<std::uint8_t, 4> Length = {8, 0, 0, 0};
+    constexpr std::uint64_t LengthAt = 4;
+    const std::uint64_t start = WindowOf(user).Position();
+    const sf_count_t read = WindowRead(out, count, user);
+    const std::span bytes(static_cast<std::uint8_t*>(out), static_cast<std::size_t>(read));
+    for (std::size_t i = 0; i < Length.size(); ++i)
+        if (LengthAt + i >= start && LengthAt + i - start < bytes.size())
+            bytes[LengthAt + i - start] = Length.at(i);
+    return read;
 }
 
 sf_count_t WindowTell(void* user)
@@ -87,14 +104,11 @@ Result<std::unique_ptr<SndfileSource>> SndfileSource::Open(FileWindow window,
 
 int SndfileSource::OpenContents(std::span<const int> containers, std::uint32_t ctype)
 {
-    SF_VIRTUAL_IO io = {.get_filelen = &WindowSize,
-                        .seek = &WindowSeek,
-                        .read = &WindowRead,
-                        .write = nullptr,
-                        .tell = &WindowTell};
-    SF_INFO info = {};
-    m_file.reset(sf_open_virtual(&io, SFM_READ, &info, &m_window));
+    SF_INFO info = OpenFile(&WindowRead);
     const int container = info.format & SF_FORMAT_TYPEMASK;
+    const bool isWav = container == SF_FORMAT_WAV || container == SF_FORMAT_WAVEX;
+    if (m_file && isWav && info.frames == 0 && m_window.Size() >= LeastUnclosedBytes)
+        info = OpenFile(&WindowReadUnclosed);
     if (!m_file || std::ranges::find(containers, container) == containers.end())
         return BASS_DECODER_NOT_MINE;
     if (info.channels < 1 || info.channels > MostChannels || info.samplerate < 1
@@ -112,6 +126,19 @@ int SndfileSource::OpenContents(std::span<const int> containers, std::uint32_t c
     if (!TellsExactLength(info.format))
         m_format.lengthFrames = CountRounded(m_format.lengthFrames);
     return BASS_DECODER_OK;
+}
+
+SF_INFO SndfileSource::OpenFile(sf_vio_read read)
+{
+    SF_VIRTUAL_IO io = {.get_filelen = &WindowSize,
+                        .seek = &WindowSeek,
+                        .read = read,
+                        .write = nullptr,
+                        .tell = &WindowTell};
+    SF_INFO info = {};
+    m_window.Seek(0);
+    m_file.reset(sf_open_virtual(&io, SFM_READ, &info, &m_window));
+    return info;
 }
 
 /// The exact length where the container tells it rounded to blocks. The rounding concerns the last

@@ -37,6 +37,7 @@ private:
     };
 
     explicit SndfileSource(FileWindow window) noexcept;
+    SF_INFO OpenFile(sf_vio_read read);
     int OpenContents(std::span<const int> containers, std::uint32_t ctype);
     std::uint64_t CountRounded(std::uint64_t told);
     void ReadToEnd();
