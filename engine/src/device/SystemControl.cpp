@@ -46,11 +46,10 @@ constexpr milliseconds QuietTime{200};
 
 } // namespace
 
-SystemControl::SystemControl(const OutputContext& context, std::optional<CubebLibrary> library)
+SystemControl::SystemControl(const OutputContext& context)
     : m_renderer(context.renderer)
     , m_clock(context.clock)
     , m_notice(context.notice)
-    , m_library(library)
     , m_settings(context.settings)
 {}
 

@@ -22,9 +22,7 @@ namespace velmo::engine {
 class SystemControl final : public StreamWatcher
 {
 public:
-    /// Works with `library`; without one it loads the system's.
-    explicit SystemControl(const OutputContext& context,
-                           std::optional<CubebLibrary> library = std::nullopt);
+    explicit SystemControl(const OutputContext& context);
     virtual ~SystemControl();
     SystemControl(const SystemControl&) = delete;
     SystemControl& operator=(const SystemControl&) = delete;

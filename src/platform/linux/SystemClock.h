@@ -8,8 +8,6 @@ namespace velmo {
 class SystemClock final : public ports::Clock
 {
 public:
-    std::string DateText() override;
-    std::string TimeText() override;
     float SecondsSinceMidnight() override;
 };
 
