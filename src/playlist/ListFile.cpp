@@ -9,6 +9,16 @@
 
 namespace velmo {
 
+namespace {
+
+std::string FirstLineOf(std::string_view bytes)
+{
+    const std::string text = DecodeFileText(bytes);
+    return std::string(LineReader(text).Next());
+}
+
+} // namespace
+
 bool ReadListFile(ListFormat format,
                   const std::string& path,
                   ports::Files& files,

@@ -124,10 +124,4 @@ ListOutcome ReadList(ListFormat format,
                                      : ReadM3u(LineReader(text), entries);
 }
 
-std::string FirstLineOf(std::string_view bytes)
-{
-    const std::string text = DecodeFileText(bytes);
-    return std::string(LineReader(text).Next());
-}
-
 } // namespace velmo

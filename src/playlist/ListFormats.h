@@ -46,7 +46,4 @@ ListOutcome ReadList(ListFormat format,
                      const EntryStyle& style,
                      controls::ListRows& rows);
 
-/// The first line of a file, without its line end; empty for an empty file.
-std::string FirstLineOf(std::string_view bytes);
-
 } // namespace velmo

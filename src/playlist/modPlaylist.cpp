@@ -19,9 +19,6 @@ namespace {
 constexpr const char* InternalListName = "list.zvl";
 constexpr const char* InternalTitleLine = "#ZVL20#Internal playlist";
 
-/// Rows that the scroll bar takes to be in view; the view shows one more.
-constexpr std::int32_t ScrolledRows = 31;
-
 } // namespace
 
 modPlaylist::modPlaylist(forms::Playlist& playlist,

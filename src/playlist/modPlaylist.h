@@ -16,6 +16,9 @@ namespace velmo {
 class modPlaylist final
 {
 public:
+    /// Rows that the scroll bar takes to be in view; the view shows one more.
+    static constexpr std::int32_t ScrolledRows = 31;
+
     /// The internal list lies in `applicationDirectory`.
     modPlaylist(forms::Playlist& playlist,
                 modINI& settings,

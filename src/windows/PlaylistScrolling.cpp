@@ -8,12 +8,6 @@
 
 namespace velmo {
 
-namespace {
-
-constexpr std::int32_t ScrolledRows = 31;
-
-} // namespace
-
 PlaylistScrolling::PlaylistScrolling(forms::Playlist& form, modPlaylist& list)
     : m_form(form)
     , m_list(list)
@@ -32,9 +26,9 @@ void PlaylistScrolling::MouseWheel(int delta)
     const auto first = static_cast<std::int32_t>(m_form.pl.FirstVisibleEntry());
     if (delta < 1) {
         const auto count = static_cast<std::int32_t>(m_form.pl.Count());
-        const std::int32_t row = std::min(first + m_mwStep + ScrolledRows, count);
+        const std::int32_t row = std::min(first + m_mwStep + modPlaylist::ScrolledRows, count);
         EnsureVisible(row);
-        m_form.scBar.SetPosition(row - ScrolledRows);
+        m_form.scBar.SetPosition(row - modPlaylist::ScrolledRows);
     } else {
         const std::int32_t row = std::max(first - m_mwStep, 1);
         EnsureVisible(row);
@@ -46,7 +40,7 @@ void PlaylistScrolling::MouseWheel(int delta)
 void PlaylistScrolling::scBar_Change(bool goesDown, std::int32_t position)
 {
     const std::int64_t row = position;
-    EnsureVisible(goesDown ? row + ScrolledRows : std::max<std::int64_t>(row, 1));
+    EnsureVisible(goesDown ? row + modPlaylist::ScrolledRows : std::max<std::int64_t>(row, 1));
     m_list.WakeTitleReader();
 }
 
