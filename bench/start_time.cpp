@@ -42,6 +42,9 @@ pid_t Launch(const Start& start)
     if (child != 0)
         return child;
     setenv("VELMO_AUDIO", start.audio.c_str(), 1);
+    // For both programs: the toolkit would have a bus launched behind the empty window, which would
+    // run into the next program's start and stay behind.
+    setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/dev/null", 1);
     std::vector<std::string> texts = start.command;
     std::vector<char*> words;
     words.reserve(texts.size() + 1);
