@@ -1,5 +1,5 @@
 #include "RunningPlayer.h"
-#include "ToneFiles.h"
+#include "TestFiles.h"
 
 #include <gmock/gmock.h>
 #include <sndfile.h>
@@ -17,19 +17,17 @@ class Methods : public ::testing::Test
 protected:
     Methods()
     {
-        WriteTone(File("a.wav"), SF_FORMAT_WAV | SF_FORMAT_PCM_16, 44100, 2, ToneOf(0));
-        WriteTone(File("b.aif"), SF_FORMAT_AIFF | SF_FORMAT_PCM_24, 48000, 1, ToneOf(1));
-        WriteTone(File("c.mp3"), SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III, 44100, 2, ToneOf(2));
-        WriteTone(File("d.ogg"), SF_FORMAT_OGG | SF_FORMAT_VORBIS, 44100, 2, ToneOf(3));
-        WriteTone(File("e.wav"), SF_FORMAT_WAV | SF_FORMAT_IMA_ADPCM, 22050, 1, ToneOf(4));
-        WriteToneModule(File("f.mod"), 15); // 1.8 s
+        const auto write = [this](const char* name, int format, auto... shape) {
+            const auto tone = static_cast<std::size_t>(*name - 'a');
+            m_directory.Write(name, MakeTone(format, m_pitches[tone], m_seconds[tone], shape...));
+        };
+        write("a.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16);
+        write("b.aif", SF_FORMAT_AIFF | SF_FORMAT_PCM_24, 1U, 48000U);
+        write("c.mp3", SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III);
+        write("d.ogg", SF_FORMAT_OGG | SF_FORMAT_VORBIS);
+        write("e.wav", SF_FORMAT_WAV | SF_FORMAT_IMA_ADPCM, 1U, 22050U);
+        m_directory.Write("f.mod", MakeToneModule(15)); // 1.8 s
     }
-
-    Tone ToneOf(std::size_t tone) const
-    {
-        return {.hertz = m_pitches[tone], .seconds = m_seconds[tone]};
-    }
-    std::string File(const std::string& name) const { return m_directory(name); }
 
     /// The files heard one after the other, as letters; each must be whole. A file that follows
     /// itself does so without a gap.
@@ -80,7 +78,7 @@ TEST_F(Methods, EachPlaysItsFilesWholeAndInItsOrder)
         RunningPlayer running;
         FakePlayer& player = running.player;
         for (const char* name : {"a.wav", "b.aif", "c.mp3", "d.ogg", "e.wav", "f.mod"})
-            running.AddRow(File(name));
+            running.AddRow(m_directory(name));
         player.settings.WriteSetting("DJ", "Method", c.method);
         player.playlist.pl.Mark(c.row);
         player.random.numbers = c.numbers;

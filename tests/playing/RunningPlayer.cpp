@@ -54,7 +54,7 @@ void RunningPlayer::AddRow(const std::string& path)
 
 void RunningPlayer::Play(const std::function<void()>& afterTick)
 {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(300);
     const ChannelQueries queries(player.table);
     DWORD lastChannel = 0;
     double lastSecond = -1;
@@ -96,18 +96,18 @@ std::vector<Heard> RunningPlayer::HeardOf(const std::vector<double>& pitches)
     return FindTones(samples, SampleRate, pitches);
 }
 
-/// What plays goes on while the new track is decoded for the first time: in no more time than that
-/// may take.
+/// What plays goes on while the new track is decoded for the first time, which may take long on a
+/// busy machine: at a third of its speed.
 void RunningPlayer::AwaitNewSound()
 {
     const DWORD next = player.state.NextChannel;
     const bool overlaps = player.table.BASS_ChannelIsActive(next) == BASS_ACTIVE_PLAYING;
     const DWORD channel = overlaps ? next : player.state.CurrentChannel;
-    constexpr int PauseMs = 1;
+    const int pauseMs = overlaps ? 20 : 1;
     while (player.table.BASS_ChannelIsActive(channel) != BASS_ACTIVE_STOPPED
            && player.table.BASS_ChannelGetPosition(channel, 0) == 0) {
-        ::poll(nullptr, 0, PauseMs);
-        Pump(PieceBytes / 4);
+        ::poll(nullptr, 0, pauseMs);
+        Pump(PieceBytes / 4); // 6 ms of sound
     }
 }
 

@@ -50,8 +50,10 @@ TEST_F(DeviceInfo, TellsTheKindOfOutputBeforeInitAndTheDeviceAfter)
     EXPECT_EQ(Info().latency, 150U) << "what the server is asked for";
     PlayLong();
     // The server takes frames in shares, and adds some time of its own.
-    EXPECT_TRUE(Until([] { return Info().latency != 150 && Info().latency > 50; }));
-    EXPECT_LT(Info().latency, 400U);
+    EXPECT_TRUE(Until([] {
+        const DWORD latency = Info().latency;
+        return latency != 150 && latency > 50 && latency < 400;
+    }));
     EXPECT_EQ(Info().speakers, 2U);
 }
 
@@ -70,8 +72,11 @@ TEST_F(DeviceInfo, HoldsForOutputsWithoutACardToo)
     EXPECT_EQ(info.speakers, 6U);
     EXPECT_EQ(info.freq, 22050U);
     EXPECT_EQ(Code(BASS_GetInfo(nullptr)), BASS_ERROR_ILLPARAM);
-    EXPECT_TRUE(Until([] { return BASS_GetCPU() > 0; }));
-    EXPECT_LT(BASS_GetCPU(), 20);
+    // What is decoded ahead at the beginning costs more.
+    EXPECT_TRUE(Until([] {
+        const float percent = BASS_GetCPU();
+        return percent > 0 && percent < 20;
+    }));
     BASS_Free();
     // As fast as possible, the two threads have no rest.
     Init("wav-fast:/dev/null");

@@ -37,7 +37,7 @@ double ClickDb(const std::vector<float>& stereo)
 TEST_F(Effects, AreKnownByTheirHandlesAndEndWithTheirChannel)
 {
     Init("null");
-    const std::string file = WriteWav("noise.wav", Noise(2UL * 44100));
+    const std::string file = WriteWav("noise.wav", Noise(2UL * 441000));
     const DWORD channel = OpenStream(file);
     EXPECT_EQ(Code(BASS_ChannelSetFX(channel, 0x7002, 0)), BASS_ERROR_ILLPARAM);
     EXPECT_EQ(Code(BASS_RegisterEffect(nullptr)), BASS_ERROR_ILLPARAM);

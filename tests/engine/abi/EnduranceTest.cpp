@@ -11,8 +11,6 @@
 #include <random>
 #include <thread>
 
-#include <dlfcn.h>
-
 namespace velmo::engine::test {
 
 namespace {
@@ -152,18 +150,11 @@ TEST_F(Endurance, ProcessMayEndWhileAChannelPlays)
     const std::string module = WriteModule("a.mod");
     SetVariable("VELMO_AUDIO", "null");
     const auto playAndExit = [&] {
-        void* const library = dlopen(BASS_LIBRARY, RTLD_NOW | RTLD_LOCAL);
-        if (library == nullptr)
-            std::_Exit(1);
-        const auto find = [library]<class Function>(Function*, const char* name) {
-            return reinterpret_cast<Function*>(dlsym(library, name));
-        };
-        find(&BASS_Init, "BASS_Init")(-1, 44100, 0, nullptr, nullptr);
-        const DWORD stream =
-            find(&BASS_StreamCreateFile, "BASS_StreamCreateFile")(0, file.c_str(), 0, 0, 0);
-        const DWORD music = find(&BASS_MusicLoad, "BASS_MusicLoad")(0, module.c_str(), 0, 0, 0, 0);
-        const auto play = find(&BASS_ChannelPlay, "BASS_ChannelPlay");
-        std::exit(play(stream, 1) != 0 && play(music, 1) != 0 ? 0 : 2);
+        BASS_Init(-1, 44100, 0, nullptr, nullptr);
+        const bool plays =
+            BASS_ChannelPlay(OpenStream(file), 1) != 0
+            && BASS_ChannelPlay(BASS_MusicLoad(0, module.c_str(), 0, 0, 0, 0), 1) != 0;
+        std::exit(plays ? 0 : 2);
     };
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(playAndExit(), ::testing::ExitedWithCode(0), "");

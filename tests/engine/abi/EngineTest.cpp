@@ -1,22 +1,12 @@
 #include "EngineTest.h"
 
+#include "support/LittleEndian.h"
+
 #include <cstdlib>
 #include <random>
 #include <thread>
 
 namespace velmo::engine::test {
-
-namespace {
-
-std::string Number(std::size_t number)
-{
-    const auto narrow = static_cast<std::uint32_t>(number);
-    std::string bytes(sizeof narrow, '\0');
-    std::memcpy(bytes.data(), &narrow, sizeof narrow);
-    return bytes;
-}
-
-} // namespace
 
 EngineTest::EngineTest()
 {
@@ -33,12 +23,13 @@ std::string EngineTest::Wav(std::string_view sound,
                             std::uint32_t rate,
                             std::uint32_t channels)
 {
+    using velmo::test::LittleEndian;
     const std::size_t kind = sampleBytes == sizeof(float) ? 3 : 1;
     const std::size_t frameBytes = channels * sampleBytes;
-    return "RIFF" + Number(sound.size() + 36) + "WAVEfmt " + Number(16)
-           + Number(kind | channels << 16U) + Number(rate) + Number(rate * frameBytes)
-           + Number(frameBytes | sampleBytes * 8 << 16U) + "data" + Number(sound.size())
-           + std::string(sound);
+    return "RIFF" + LittleEndian(4, {sound.size() + 36}) + "WAVEfmt " + LittleEndian(4, {16})
+           + LittleEndian(2, {kind, channels}) + LittleEndian(4, {rate, rate * frameBytes})
+           + LittleEndian(2, {frameBytes, sampleBytes * 8}) + "data"
+           + LittleEndian(4, {sound.size()}) + std::string(sound);
 }
 
 std::string EngineTest::WriteModule(const std::string& name) const
@@ -53,6 +44,13 @@ void EngineTest::Init(const std::string& audio, DWORD rate, DWORD flags)
 {
     SetVariable("VELMO_AUDIO", audio);
     ASSERT_TRUE(BASS_Init(-1, rate, flags, nullptr, nullptr)) << audio;
+}
+
+void EngineTest::InitPaced() const
+{
+    constexpr DWORD BufferMs = 5000;
+    BASS_SetConfig(BASS_CONFIG_BUFFER, BufferMs);
+    Init("wav:" + File("out.wav"));
 }
 
 DWORD EngineTest::OpenStream(const std::string& path, DWORD flags)
@@ -113,7 +111,11 @@ QWORD AwaitStandstill(const std::function<QWORD()>& number)
     QWORD last = 0;
     EXPECT_TRUE(Until([&] {
         last = number();
-        return !Until([&] { return number() != last; }, std::chrono::milliseconds(300));
+        // In short looks, so that a machine that stops for a while spoils but one of them.
+        bool moves = false;
+        for (int look = 0; look < 30 && !moves; ++look)
+            moves = Until([&] { return number() != last; }, std::chrono::milliseconds(10));
+        return !moves;
     })) << "it never stands";
     return last;
 }

@@ -46,9 +46,9 @@ protected:
     /// Opens the output `audio`, as VELMO_AUDIO has it.
     static void Init(const std::string& audio, DWORD rate = 44100, DWORD flags = 0);
     /// Opens an output that writes into a file that `Rendered` reads: as fast as it can, or at the
-    /// speed of a clock.
+    /// speed of a clock, with so much sound in store that a busy machine makes no gap.
     void InitFast(DWORD flags = 0) const { Init("wav-fast:" + File("out.wav"), 44100, flags); }
-    void InitPaced() const { Init("wav:" + File("out.wav")); }
+    void InitPaced() const;
 
     static DWORD OpenStream(const std::string& path, DWORD flags = 0);
     /// Plays from where the channel stands and waits until its end was heard.
@@ -89,7 +89,7 @@ int Code(Result result)
 
 /// Waits until `condition` holds. False if it doesn't within `limit`.
 bool Until(const std::function<bool()>& condition,
-           std::chrono::milliseconds limit = std::chrono::seconds(30));
+           std::chrono::milliseconds limit = std::chrono::seconds(60));
 
 /// Position in bytes.
 QWORD Heard(DWORD channel);

@@ -84,6 +84,29 @@ TEST_F(Playback, AnotherRateIsConvertedWithoutNoiseAndASeekInItKeepsTime)
     EXPECT_LT(worst, 1e-5);
 }
 
+TEST_F(Playback, EveryRateGivesTheRoundedCountOfFrames)
+{
+    struct Case
+    {
+        std::uint32_t rate;
+        DWORD deviceRate;
+        std::uint32_t channels;
+        std::size_t frames;
+    };
+    for (const Case& c : {
+             Case{44100,  48000, 2, 100001},
+             Case{96000,  44100, 6, 50003 },
+             Case{8000,   48000, 1, 1     },
+             Case{11025,  44100, 8, 3     },
+             Case{192000, 44100, 2, 12345 }
+    }) {
+        const std::vector<std::int16_t> noise = Noise(c.frames * c.channels);
+        Init("wav-fast:" + File("out.wav"), c.deviceRate);
+        PlayToEnd(OpenStream(WriteWav("rate.wav", noise, c.rate, c.channels)));
+        EXPECT_EQ(Rendered().size() / 2, (c.frames * c.deviceRate + c.rate / 2) / c.rate) << c.rate;
+    }
+}
+
 TEST_F(Playback, VolumeAndFlagsChangeTheSamplesExactly)
 {
     struct Case

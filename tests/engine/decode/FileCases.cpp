@@ -1,7 +1,8 @@
 #include "FileCases.h"
 
-#include "EncodedFiles.h"
 #include "bass.h"
+
+#include "support/LittleEndian.h"
 
 #include <algorithm>
 #include <utility>
@@ -11,7 +12,7 @@ namespace {
 
 constexpr SoundShape Surround = {.frames = 20000, .channels = 6, .sampleRate = 48000};
 constexpr SoundShape Mono = {.frames = 40000, .channels = 1, .sampleRate = 22050};
-constexpr SoundShape Short = {.frames = 20000}; // one page of Ogg
+constexpr SoundShape Short = {.frames = 16000}; // one page of Ogg
 constexpr SoundShape Opus = {.frames = 100003, .sampleRate = 48000};
 
 /// Decoders that are asked for no exact length tell whole packets, the encoder's delay included.
@@ -54,6 +55,7 @@ constexpr char SofterMp3[] = // of a lower rate after the first second
 constexpr char WavPackLossy[] = "wavpack -q -b256 $in -o $out";
 constexpr char WavPackFloats[] = "ffmpeg -nostdin -v error -i $in -c:a pcm_f32le f.wav &&"
                                  " wavpack -q --blocksize=4096 f.wav -o $out";
+constexpr char Fragments[] = "alac -movflags dash+global_sidx -frag_duration 300000";
 constexpr char OpusEncoder[] = "opusenc --quiet --bitrate 256 --max-delay 100 $in $out";
 constexpr char OtherOpus[] = "opusenc --quiet --serial 7 $in $out";
 
@@ -82,6 +84,8 @@ constexpr EncodedCase EncodedCases[] = {
     {"m4a",                         "aac -b:a 256k",            ".m4a",  BASS_CTYPE_STREAM_MP4,      Alike, Stereo,   Noisy  },
     {"m4a surround",                "aac -b:a 600k",            ".m4a",  BASS_CTYPE_STREAM_MP4,      Alike, Surround, Noisy  },
     {"alac",                        "alac",                     ".m4a",  BASS_CTYPE_STREAM_ALAC,     Exact, Stereo,   0      },
+    {"alac in fragments",           Fragments,                  ".m4a",  BASS_CTYPE_STREAM_ALAC,     Exact, Stereo,   0      },
+    {"alac in fragments, short",    Fragments,                  ".m4a",  BASS_CTYPE_STREAM_ALAC,     Exact, Short,    0      },
     {"musepack",                    "mpcenc --silent $in $out", ".mpc",  BASS_CTYPE_STREAM_MPC,      Alike, Stereo,   Noisy  },
     {"tta",                         "tta",                      ".tta",  BASS_CTYPE_STREAM_TTA,      Exact, Stereo,   0      },
     {"aac",                         "aac -b:a 256k",            ".aac",  BASS_CTYPE_STREAM_AAC,      Lossy, Aac,      Noisy  },
@@ -89,25 +93,17 @@ constexpr EncodedCase EncodedCases[] = {
     {"wma",                         "wmav2 -b:a 192k",          ".wma",  BASS_CTYPE_STREAM_WMA,      Lossy, Wma,      Noisy  },
 };
 
-Bytes Words(const std::vector<std::uint32_t>& words)
-{
-    Bytes bytes;
-    for (const std::uint32_t word : words)
-        for (unsigned shift = 0; shift < 32; shift += 8)
-            bytes += static_cast<char>(word >> shift & 0xFFU);
-    return bytes;
-}
-
 /// A file of Monkey's Audio, version 3.99: three blocks that say of themselves that they are
 /// silent. No encoder of it is free.
 FileCase SilentApe()
 {
     constexpr std::uint32_t Full = 73728;
     constexpr std::uint32_t Last = 5000;
-    const Bytes silence = Words({0x80000000, 3, 0, 0});
-    const Bytes head = Words({0x2043414D, 3990, 52, 24, 12, 0, 48, 0, 0, 0, 0, 0, 0})
-                       + Words({32U << 16U | 1000U, Full, Last, 3, 2U << 16U | 16U, 44100})
-                       + Words({88, 104, 120}); // where the blocks begin
+    const Bytes silence = LittleEndian(4, {0x80000000, 3, 0, 0});
+    const Bytes head =
+        LittleEndian(4, {0x2043414D, 3990, 52, 24, 12, 0, 48, 0, 0, 0, 0, 0, 0})
+        + LittleEndian(4, {32U << 16U | 1000U, Full, Last, 3, 2U << 16U | 16U, 44100})
+        + LittleEndian(4, {88, 104, 120}); // where the blocks begin
     return {"ape",
             head + silence + silence + silence,
             BASS_CTYPE_STREAM_APE,
@@ -120,7 +116,7 @@ FileCase BeforeApeTag()
 {
     const Bytes picture = MakeSilentMpeg(2, 5);
     const auto tagBytes = static_cast<std::uint32_t>(picture.size() + 32);
-    const Bytes footer = "APETAGEX" + Words({2000, tagBytes, 1, 0, 0, 0});
+    const Bytes footer = "APETAGEX" + LittleEndian(4, {2000, tagBytes, 1, 0, 0, 0});
     const Bytes id3v1 = "TAG" + Bytes(125, ' ');
     return {"mp2 before tags",
             MakeSilentMpeg(2, 10) + picture + footer + id3v1,

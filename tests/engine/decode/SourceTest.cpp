@@ -1,5 +1,4 @@
 /// Every decoder by the same rules: exact length, exact seek, exact end.
-#include "EncodedFiles.h"
 #include "FileCases.h"
 #include "OpenTestFile.h"
 

@@ -8,13 +8,29 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+// What the sanitizers shall leave out: the server's client library, which isn't built with them.
+// Its locks are invisible to the thread sanitizer, and one small record of it is lost whenever a
+// connection ends while the server has lost its last sink.
+// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,readability-identifier-naming):
+// the sanitizers look for these names
+extern "C" __attribute__((visibility("default"))) const char* __tsan_default_options()
+{
+    return "ignore_noninstrumented_modules=1";
+}
+
+extern "C" __attribute__((visibility("default"))) const char* __lsan_default_suppressions()
+{
+    return "leak:libpulse.so";
+}
+// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,readability-identifier-naming)
+
 namespace velmo::test {
 
 namespace {
 
 // Without norewinds the sink takes its first block only after almost two seconds.
 constexpr char SinkArguments[] = "module-null-sink sink_name=velmo norewinds=1";
-constexpr std::chrono::seconds StartLimit{30};
+constexpr std::chrono::seconds StartLimit{60};
 
 /// What a shell's command gives.
 int Run(const std::string& command)
@@ -23,6 +39,11 @@ int Run(const std::string& command)
 }
 
 } // namespace
+
+PulseServer::PulseServer()
+{
+    setenv("PULSE_SERVER", ("unix:" + m_directory("native")).c_str(), 1);
+}
 
 void PulseServer::Start()
 {

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "Environment.h"
-
 #include "support/TempDir.h"
 
 #include <string>
@@ -11,13 +9,12 @@
 namespace velmo::test {
 
 /// A PulseAudio server of the test's own with one null sink, in a private directory. The
-/// environment variable PULSE_SERVER leads every client of this process, and of its children, to it
-/// as long as the object lives, whether the server runs or not. What can't be done throws
-/// std::runtime_error.
+/// environment variable PULSE_SERVER leads every client of this process, and of its children, there
+/// from now on, whether the server runs or not. What can't be done throws std::runtime_error.
 class PulseServer
 {
 public:
-    PulseServer() = default;
+    PulseServer();
     ~PulseServer() { Kill(); }
     PulseServer(const PulseServer&) = delete;
     PulseServer& operator=(const PulseServer&) = delete;
@@ -41,7 +38,6 @@ public:
 
 private:
     TempDir m_directory;
-    Environment m_address{"PULSE_SERVER", "unix:" + m_directory("native")};
     pid_t m_process = -1;
 };
 

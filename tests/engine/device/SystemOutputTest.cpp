@@ -1,83 +1,79 @@
-#include "Environment.h"
-#include "FakeRenderer.h"
+// The system's output where a sound server hangs, or isn't there, as it's opened and closed.
+
 #include "PulseServer.h"
 
-#include "device/DeviceControl.h"
+#include "engine/abi/EngineTest.h"
 
 #include <gmock/gmock.h>
 
-#include <memory>
-#include <string>
-
-namespace velmo::engine {
+namespace velmo::engine::test {
 namespace {
 
 using namespace std::chrono_literals;
-using std::chrono::steady_clock;
-using test::Environment;
-using test::FakeRenderer;
-using test::PulseServer;
 using testing::HasSubstr;
 
-class SystemOutput : public testing::Test
+class SystemOutput : public EngineTest
 {
 protected:
-    /// Waits until `frames` more are heard than now.
-    bool AwaitHeard(std::uint64_t frames)
+    /// Opens the output; what it says of that.
+    static std::string SaidByInit()
     {
-        return m_renderer.Await(
-            [&, n = m_control->HeardFrames()] { return m_control->HeardFrames() >= n + frames; });
+        testing::internal::CaptureStderr();
+        Init("");
+        return testing::internal::GetCapturedStderr();
     }
 
-    bool AwaitStreamOnServer()
+    /// Plays, until something of it was heard; gives the channel.
+    DWORD Play() const
     {
-        return m_renderer.Await([&] {
-            return m_server.Control("list short sink-inputs").find("float32le")
-                   != std::string::npos;
-        });
+        const DWORD channel = OpenStream(WriteWav("a.wav", Noise(20UL * 2 * 44100)));
+        EXPECT_TRUE(BASS_ChannelPlay(channel, 0));
+        AwaitHeard(channel, 4 * 4410);
+        return channel;
     }
 
-    Environment m_audio{"VELMO_AUDIO", std::nullopt};
-    PulseServer m_server;
-    FakeRenderer m_renderer;
-    std::unique_ptr<DeviceControl> m_control = std::make_unique<DeviceControl>(m_renderer);
+    /// Waits until the server takes the sound, or doesn't any more.
+    void AwaitStream(bool isThere, const char* form = "float32le")
+    {
+        EXPECT_TRUE(Until([&] {
+            const std::string streams = m_server.Control("list short sink-inputs");
+            return (streams.find(form) != std::string::npos) == isThere;
+        }));
+    }
+
+    /// What plays in silence goes on where the server takes it.
+    void ExpectSilenceUntil(const std::function<void()>& deviceAppears)
+    {
+        EXPECT_EQ(SaidByInit(),
+                  "velmo: no sound device found; playing silently until one appears\n");
+        const DWORD channel = Play();
+        AwaitHeard(channel, QWORD{4} * 100'000); // one attempt in vain comes in between
+        deviceAppears();
+        AwaitStream(true);
+        AwaitHeard(channel, Heard(channel) + QWORD{4} * 4410);
+    }
+
+    velmo::test::PulseServer m_server;
 };
 
 template<typename Action>
-steady_clock::duration TimeOf(Action action)
+auto TimeOf(Action action)
 {
-    const auto start = steady_clock::now();
+    const auto start = std::chrono::steady_clock::now();
     action();
-    return steady_clock::now() - start;
+    return std::chrono::steady_clock::now() - start;
 }
 
-TEST_F(SystemOutput, PlaysToTheServerAtItsClock)
+TEST_F(SystemOutput, PlaysToTheServerWithoutAWordStopsAndGoesOn)
 {
     m_server.Start();
-    testing::internal::CaptureStderr();
-    ASSERT_EQ(m_control->Open({.sampleRate = 48000, .channels = 2}), DeviceError::None);
-    EXPECT_EQ(m_control->RenderedFrames(), 0u);
-    m_control->SetRunning(true);
-    ASSERT_TRUE(AwaitHeard(4800));
-    EXPECT_TRUE(AwaitStreamOnServer());
-    const auto start = steady_clock::now();
-    const std::uint64_t before = m_control->HeardFrames();
-    ASSERT_TRUE(AwaitHeard(24'000));
-    const double took = std::chrono::duration<double>(steady_clock::now() - start).count();
-    // The clock is read between two readings of the time, however far apart they are.
-    const auto heard = static_cast<double>(m_control->HeardFrames() - before) / 48000;
-    const double tookAtMost = std::chrono::duration<double>(steady_clock::now() - start).count();
-    EXPECT_GE(heard, took - 0.1);
-    EXPECT_LE(heard, tookAtMost + 0.1);
-    EXPECT_GT(m_control->RenderedFrames(), m_control->HeardFrames());
-
-    m_control->SetRunning(false);
-    EXPECT_TRUE(m_renderer.AwaitStandstill());
-    const std::uint64_t stopped = m_control->HeardFrames();
-    m_control->SetRunning(true);
-    EXPECT_TRUE(AwaitHeard(4800));
-    EXPECT_GE(m_control->HeardFrames(), stopped);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(SaidByInit(), "");
+    const DWORD channel = Play();
+    AwaitStream(true);
+    ASSERT_TRUE(BASS_Stop());
+    const QWORD stopped = AwaitStandstill(channel);
+    ASSERT_TRUE(BASS_ChannelPlay(channel, 0));
+    AwaitHeard(channel, stopped + 4 * 4410);
 }
 
 TEST_F(SystemOutput, TakesAllSpeakersWhereTheyAreWanted)
@@ -86,99 +82,65 @@ TEST_F(SystemOutput, TakesAllSpeakersWhereTheyAreWanted)
     m_server.Control("load-module module-null-sink sink_name=six norewinds=1 channels=6");
     m_server.Control("set-default-sink six");
     for (const bool all : {true, false}) {
-        FakeRenderer renderer(all ? 6 : 2);
-        DeviceControl control(renderer);
-        ASSERT_EQ(control.Open({.allSpeakers = all}), DeviceError::None);
-        EXPECT_EQ(control.Description().speakers, 6u);
-        EXPECT_EQ(control.Description().channels, all ? 6u : 2u);
-        control.SetRunning(true);
-        ASSERT_TRUE(renderer.Await([&] { return control.HeardFrames() > 4410; }));
-        EXPECT_THAT(m_server.Control("list short sink-inputs"),
-                    HasSubstr(all ? "float32le 6ch" : "float32le 2ch"));
+        Init("", 44100, all ? DWORD{BASS_DEVICE_SPEAKERS} : 0);
+        BASS_INFO info = {};
+        EXPECT_TRUE(BASS_GetInfo(&info));
+        EXPECT_EQ(info.speakers, 6U);
+        Play();
+        AwaitStream(true, all ? "float32le 6ch" : "float32le 2ch");
+        BASS_Free();
     }
-}
-
-TEST_F(SystemOutput, LostWhileStoppedComesBackWithTheNextStart)
-{
-    m_server.Start();
-    ASSERT_EQ(m_control->Open({}), DeviceError::None);
-    m_server.Kill();
-    m_server.Start();
-    m_control->SetRunning(true);
-    EXPECT_TRUE(AwaitHeard(4410));
-    EXPECT_TRUE(AwaitStreamOnServer());
 }
 
 TEST_F(SystemOutput, HungServerDoesNotHoldUpClose)
 {
     m_server.Start();
-    ASSERT_EQ(m_control->Open({}), DeviceError::None);
-    m_control->SetRunning(true);
-    ASSERT_TRUE(AwaitHeard(4410));
+    Init("");
+    Play();
     m_server.Hang();
-    m_control->SetRunning(false);
-    EXPECT_LT(TimeOf([&] { m_control->Close(); }), 5s);
-    m_renderer.RefuseRenders();
-    m_control.reset();
+    EXPECT_LT(TimeOf([] { BASS_Free(); }), 30s); // the server hangs for ever
     m_server.Continue();
-    EXPECT_FALSE(m_renderer.Await([&] { return m_renderer.LateCalls() > 0; }, 300ms));
+    AwaitStream(false);
 }
 
 TEST_F(SystemOutput, ServerThatHangsAtOpenIsReplacedBySilence)
 {
     m_server.Start();
     m_server.Hang();
-    testing::internal::CaptureStderr();
-    EXPECT_LT(TimeOf([&] { EXPECT_EQ(m_control->Open({}), DeviceError::None); }), 10s);
-    EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("does not answer"));
-    m_control->SetRunning(true);
-    EXPECT_TRUE(AwaitHeard(4410));
+    std::string said;
+    EXPECT_LT(TimeOf([&] { said = SaidByInit(); }), 30s);
+    EXPECT_THAT(said, HasSubstr("does not answer"));
+    const DWORD channel = Play();
     m_server.Continue();
-    EXPECT_TRUE(AwaitStreamOnServer());
-    EXPECT_TRUE(AwaitHeard(4410));
+    AwaitStream(true);
+    AwaitHeard(channel, Heard(channel) + QWORD{4} * 4410);
 }
 
 TEST_F(SystemOutput, WithoutAServerItPlaysSilentlyUntilOneAppears)
 {
-    testing::internal::CaptureStderr();
-    ASSERT_EQ(m_control->Open({}), DeviceError::None);
-    m_control->SetRunning(true);
-    EXPECT_TRUE(AwaitHeard(100'000)); // one attempt in vain comes in between
-    const std::string said = testing::internal::GetCapturedStderr();
-    EXPECT_EQ(said, "velmo: no sound device found; playing silently until one appears\n");
-    const std::uint64_t heard = m_control->HeardFrames();
-    m_server.Start();
-    EXPECT_TRUE(AwaitStreamOnServer());
-    EXPECT_TRUE(AwaitHeard(4410));
-    EXPECT_GT(m_control->HeardFrames(), heard);
-    EXPECT_EQ(m_control->RenderedFrames(), m_renderer.Frames());
+    ExpectSilenceUntil([this] { m_server.Start(); });
 }
 
 TEST_F(SystemOutput, ServerWithoutASinkCountsAsNoDevice)
 {
     m_server.Start();
     m_server.RemoveSink();
-    testing::internal::CaptureStderr();
-    ASSERT_EQ(m_control->Open({}), DeviceError::None);
-    m_control->SetRunning(true);
-    EXPECT_TRUE(AwaitHeard(4410));
-    EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("no sound device found"));
-    m_server.AddSink();
-    EXPECT_TRUE(AwaitStreamOnServer());
+    ExpectSilenceUntil([this] { m_server.AddSink(); });
 }
 
 TEST_F(SystemOutput, OpenAndCloseInARow)
 {
     m_server.Start();
+    const std::string file = WriteWav("a.wav", Noise(2UL * 44100));
     for (int i = 0; i < 20; ++i) {
-        ASSERT_EQ(m_control->Open({}), DeviceError::None);
-        m_control->SetRunning(true);
-        if (i % 2 == 0) {
-            ASSERT_TRUE(AwaitHeard(1));
-        }
-        m_control->Close();
+        Init("");
+        const DWORD channel = OpenStream(file);
+        ASSERT_TRUE(BASS_ChannelPlay(channel, 0));
+        if (i % 2 == 0)
+            AwaitHeard(channel, 1);
+        BASS_Free();
     }
 }
 
 } // namespace
-} // namespace velmo::engine
+} // namespace velmo::engine::test

@@ -86,7 +86,7 @@ TEST(EffectLibraryTest, OpensOnlyBesideTheEngineAndEqualizesItsChannels)
     EXPECT_EQ(libraries.Find<decltype(BASS_FX_GetVersion)>("BASS_FX_GetVersion")() >> 16, 516u);
 
     const TempDir folder;
-    folder.Write("in.wav", MakeSndfile(SF_FORMAT_WAV | SF_FORMAT_PCM_16));
+    folder.Write("in.wav", MakeSndfile(SF_FORMAT_WAV | SF_FORMAT_PCM_16, Noise(44100, 2)));
     const std::string bare = Render(libraries, folder, {});
     EXPECT_EQ(Render(libraries, folder, 0.0f), bare);
     EXPECT_NE(Render(libraries, folder, 3.0f), bare);

@@ -18,23 +18,6 @@ std::shared_ptr<Strip> StripTo(SpeakerRoute route = {})
     return std::make_shared<Strip>(44100, false, route);
 }
 
-/// A voice with `frames` frames in its ring: `left`, and half of it right.
-std::unique_ptr<Voice> MakeVoice(std::size_t frames,
-                                 float left,
-                                 bool ended,
-                                 VoiceSettings settings = {},
-                                 std::shared_ptr<Strip> strip = StripTo())
-{
-    settings.capacityFrames = frames + 1;
-    auto voice = std::make_unique<Voice>(settings, std::move(strip));
-    const std::span<float> place = voice->ring.WriteSpan(frames);
-    for (std::size_t i = 0; i < place.size(); ++i)
-        place[i] = i % 2 == 0 ? left : left / 2;
-    voice->ring.Commit(frames);
-    voice->ended = ended;
-    return voice;
-}
-
 /// What such a voice sounds like.
 Samples Frames(std::size_t frames, float left)
 {
@@ -84,6 +67,24 @@ protected:
         return out;
     }
 
+    /// Adds a voice with `frames` frames in its ring: `left`, and half of it right.
+    std::unique_ptr<Voice> Add(std::size_t frames,
+                               float left,
+                               bool ended,
+                               VoiceSettings settings = {},
+                               std::shared_ptr<Strip> strip = StripTo())
+    {
+        settings.capacityFrames = frames + 1;
+        auto voice = std::make_unique<Voice>(settings, std::move(strip));
+        const std::span<float> place = voice->ring.WriteSpan(frames);
+        for (std::size_t i = 0; i < place.size(); ++i)
+            place[i] = i % 2 == 0 ? left : left / 2;
+        voice->ring.Commit(frames);
+        voice->ended = ended;
+        m_mixer.Add(*voice);
+        return voice;
+    }
+
     Wake m_wake;
     Mixer m_mixer{MixFormat{}, m_wake};
 };
@@ -95,14 +96,10 @@ TEST_F(MixerTest, EachPairOfSpeakersIsASumOfItsOwnUnderOneGain)
     constexpr std::size_t Length = 9000; // more than is mixed at once
     m_mixer.Prepare(44100, nullptr);
     m_mixer.PrepareSpeakers(6);
-    const auto front = MakeVoice(Length, 0.5f, true);
-    const auto alsoFront =
-        MakeVoice(5000, 0.5f, true, {}, StripTo({.pair = 0, .sides = Sides::Right}));
-    const auto rearLeft =
-        MakeVoice(Length, 0.5f, true, {}, StripTo({.pair = 2, .sides = Sides::Left}));
-    const auto centre = MakeVoice(100, 0.5f, true, {}, StripTo({.pair = 1, .sides = Sides::Left}));
-    for (Voice* voice : {front.get(), alsoFront.get(), rearLeft.get(), centre.get()})
-        m_mixer.Add(*voice);
+    const auto front = Add(Length, 0.5f, true);
+    const auto alsoFront = Add(5000, 0.5f, true, {}, StripTo({.pair = 0, .sides = Sides::Right}));
+    const auto rearLeft = Add(Length, 0.5f, true, {}, StripTo({.pair = 2, .sides = Sides::Left}));
+    const auto centre = Add(100, 0.5f, true, {}, StripTo({.pair = 1, .sides = Sides::Left}));
     m_mixer.SetGain(2);
     Samples expected;
     for (std::size_t i = 0; i < Length; ++i)
@@ -113,32 +110,11 @@ TEST_F(MixerTest, EachPairOfSpeakersIsASumOfItsOwnUnderOneGain)
     EXPECT_EQ(front->stage, VoiceStage::Released);
     EXPECT_EQ(centre->heard.OutEnd(), 100U);
     EXPECT_TRUE(Render(Length, 6) == Samples(Length * 6, 0.0f));
-    const auto again = MakeVoice(10, 0.5f, true);
-    const auto beside = MakeVoice(10, 0.25f, true);
-    m_mixer.Add(*again);
-    m_mixer.Add(*beside);
-    Render(10, 6);
-    EXPECT_EQ(m_mixer.Clipped(), 5010U);
-}
-
-TEST_F(MixerTest, DroppedVoicesAreLetGoWithoutABlock)
-{
-    const auto taken = MakeVoice(20, 0.5f, false);
-    m_mixer.Add(*taken);
-    Render(1);
-    const auto incoming = MakeVoice(20, 0.5f, false);
-    m_mixer.Add(*incoming);
-    taken->wish = Wish::Drop;
-    incoming->wish = Wish::Drop;
-    m_mixer.SettleUnheard();
-    EXPECT_EQ(taken->stage, VoiceStage::Released);
-    EXPECT_EQ(incoming->stage, VoiceStage::Released);
 }
 
 TEST_F(MixerTest, VoicesFadeWhereTheirSoundIsCut)
 {
-    const auto voice = MakeVoice(40, 1.0f, false, Fading);
-    m_mixer.Add(*voice);
+    const auto voice = Add(40, 1.0f, false, Fading);
     EXPECT_EQ(Render(2), Frames(2, 1)) << "the beginning doesn't fade";
     voice->wish = Wish::Pause;
     ExpectLeft(Render(3), {Rise[3], Rise[2], Rise[1]});
@@ -157,16 +133,14 @@ TEST_F(MixerTest, VoicesFadeWhereTheirSoundIsCut)
     EXPECT_EQ(voice->ring.Fill(), 28U);
 
     // One that was never heard has nothing to fade.
-    const auto unheard = MakeVoice(10, 1.0f, false, Fading);
-    m_mixer.Add(*unheard);
+    const auto unheard = Add(10, 1.0f, false, Fading);
     unheard->wish = Wish::Pause;
     EXPECT_EQ(Render(2), Frames(2, 0));
     EXPECT_EQ(unheard->seenWish, Wish::Pause);
     unheard->wish = Wish::Play;
     EXPECT_EQ(Render(2), Frames(2, 1));
     // Where sound is lacking the fade ends short, and what comes later isn't part of it.
-    const auto starved = MakeVoice(3, 1.0f, false, Fading);
-    m_mixer.Add(*starved);
+    const auto starved = Add(3, 1.0f, false, Fading);
     unheard->wish = Wish::Drop;
     Render(1);
     starved->wish = Wish::Pause;
@@ -180,12 +154,10 @@ TEST_F(MixerTest, NextVoiceOfAChannelBeginsWhereTheLastIsSilent)
 {
     const auto strip = StripTo();
     strip->effects.Add(SumEffect, 1, 0);
-    const auto left = MakeVoice(20, 1.0f, false, Fading, strip);
-    const auto sought = MakeVoice(20, 10.0f, true, FadingIn, strip);
-    m_mixer.Add(*left);
+    const auto left = Add(20, 1.0f, false, Fading, strip);
     EXPECT_EQ(Render(2), (Samples{1, 0.5f, 2, 1}));
     left->wish = Wish::Drop;
-    m_mixer.Add(*sought);
+    const auto sought = Add(20, 10.0f, true, FadingIn, strip);
     ExpectLeft(Render(3), {3 * Rise[3], 4 * Rise[2], 5 * Rise[1]});
     // The effect gets the rest of the one before it forgets it for the other, in the same block.
     ExpectLeft(Render(5),
@@ -199,10 +171,8 @@ TEST_F(MixerTest, GainChangesWithoutAStepOnAllPairs)
 {
     m_mixer.Prepare(44100, nullptr); // 20 ms are 882 frames
     m_mixer.PrepareSpeakers(6);
-    const auto front = MakeVoice(10000, 1.0f, false);
-    const auto rear = MakeVoice(10000, 1.0f, false, {}, StripTo({.pair = 2}));
-    m_mixer.Add(*front);
-    m_mixer.Add(*rear);
+    const auto front = Add(10000, 1.0f, false);
+    const auto rear = Add(10000, 1.0f, false, {}, StripTo({.pair = 2}));
     Render(100, 6);
     float last = 1;
     float lastStep = 0;
@@ -223,15 +193,12 @@ TEST_F(MixerTest, GainChangesWithoutAStepOnAllPairs)
 TEST_F(MixerTest, ReadyFramesEndWhereAGapWouldCome)
 {
     EXPECT_EQ(m_mixer.FramesReady(100), 0U);
-    const auto endedLong = MakeVoice(50, 0.5f, true);
-    const auto endedShort = MakeVoice(10, 0.5f, true);
-    const auto decoding = MakeVoice(20, 0.5f, false);
-    const auto paused = MakeVoice(5, 0.5f, false);
+    const auto endedLong = Add(50, 0.5f, true);
+    const auto endedShort = Add(10, 0.5f, true);
+    const auto paused = Add(5, 0.5f, false);
     paused->wish = Wish::Pause;
-    for (Voice* voice : {endedLong.get(), endedShort.get(), paused.get()})
-        m_mixer.Add(*voice);
     EXPECT_EQ(m_mixer.FramesReady(100), 50U) << "up to the end of the last voice";
-    m_mixer.Add(*decoding);
+    const auto decoding = Add(20, 0.5f, false);
     EXPECT_EQ(m_mixer.FramesReady(100), 20U);
     EXPECT_EQ(m_mixer.FramesReady(8), 8U);
     Render(20);
@@ -245,12 +212,10 @@ TEST_F(MixerTest, ReadyFramesEndWhereAGapWouldCome)
 
 TEST_F(MixerTest, BlockHasWhatWasCountedWhateverComesInBetween)
 {
-    const auto voice = MakeVoice(50, 0.5f, false);
-    m_mixer.Add(*voice);
+    const auto voice = Add(50, 0.5f, false);
     ASSERT_EQ(m_mixer.FramesReady(100), 50U);
     // Another voice with less sound, a pause, and a thread that would take voices away.
-    const auto later = MakeVoice(10, 0.25f, false);
-    m_mixer.Add(*later);
+    const auto later = Add(10, 0.25f, false);
     voice->wish = Wish::Pause;
     m_mixer.SettleUnheard();
     EXPECT_EQ(Render(50), Frames(50, 0.5f));
