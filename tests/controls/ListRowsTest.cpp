@@ -112,11 +112,8 @@ TEST_F(ListRowsTest, KeysMoveTheFocusAndTheViewFollows)
 
 TEST_F(ListRowsTest, RemovingLeavesTheFocusWhereTheEyeExpectsIt)
 {
-    const auto expect = [&](std::size_t count,
-                            std::size_t focus,
-                            std::size_t removed,
-                            std::size_t newFocus,
-                            const char* texts) {
+    using Row = std::size_t;
+    const auto expect = [&](Row count, Row focus, Row removed, Row newFocus, const char* texts) {
         Fill(m_rows, count);
         m_rows.Mark(focus);
         m_rows.Remove(removed);

@@ -26,25 +26,5 @@ TEST(Property, TellsItsOwnerOfRealChangesOnlyOnceItHasTheNewValue)
     EXPECT_EQ(formChanges, 1);
 }
 
-TEST(Slider, TellsWhereItsKnobStands)
-{
-    Form form("slider", "", 1, 1, BorderStyle::None);
-    Image track(form, "track", {.left = 100, .width = 1100});
-    Image knob(form, "knob", {.left = 100, .width = 100});
-    knob.SlideOn(track);
-    const auto expect = [&](double left, double value) {
-        knob.Left = left;
-        EXPECT_DOUBLE_EQ(knob.AccessibleValue(), value);
-        EXPECT_DOUBLE_EQ(track.AccessibleValue(), value);
-    };
-    expect(100, 0);
-    expect(350, 0.25);
-    expect(9000, 1);
-    expect(0, 0);
-    track.Width = 100; // no room to slide in
-    expect(100, 0);
-    EXPECT_LT(Image(form, "other", {}).AccessibleValue(), 0);
-}
-
 } // namespace
 } // namespace velmo::controls

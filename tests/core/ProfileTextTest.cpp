@@ -11,32 +11,32 @@ namespace {
 
 TEST(ProfileText, ReadsByTheRulesOfProfileFiles)
 {
-    std::string letters;
-    for (int i = 0; i < 300; ++i)
-        letters += "é";
     // A file, and the value of key "k" in section "s".
     const std::pair<std::string, std::string> cases[] = {
-        {"\xEF\xBB\xBF[s]\nk=1",                "1"             },
-        {"[S]\r\nK=1\r\n",                      "1"             },
-        {" \t[ s\t] junk\n\t k \t=\t 1 2 \t\n", "1 2"           },
-        {"[s]\n;k=0\n # k=0\nk\n k=1",          "1"             },
-        {"[s]\nk=a;b=c",                        "a;b=c"         },
-        {"[s]\nk=\" 1 \"",                      " 1 "           },
-        {"[s]\nk=\"1'",                         "\"1'"          },
-        {"[s]\nk=''1''",                        "'1'"           },
-        {"[s]\nk=\"",                           "\""            },
-        {"[s]\nk=\nk=2",                        ""              },
-        {"[s]\nj=1\n[t]\nk=2\n[S]\nk=3",        ""              }, // only the first section of a name counts
-        {"[s]\n[x=1\nk=2",                      "2"             }, // no section without its closing bracket
-        {"[s]\n[]\nk=2",                        ""              },
-        {"[s]\nk=" + letters,                   letters.substr(0, 508)},
-        {"[s]\nk='" + letters + "'",                                     letters.substr(0,                            508)},
-        {"[s]\nk=gr\xFC\xDF",                                 "grüß"                     }, // no UTF-8, so Windows-1252
+        {"\xEF\xBB\xBF[s]\nk=1",                "1"     },
+        {"[S]\r\nK=1\r\n",                      "1"     },
+        {" \t[ s\t] junk\n\t k \t=\t 1 2 \t\n", "1 2"   },
+        {"[s]\n;k=0\n # k=0\nk\n k=1",          "1"     },
+        {"[s]\nk=a;b=c",                        "a;b=c" },
+        {"[s]\nk=\" 1 \"",                      " 1 "   },
+        {"[s]\nk=\"1'",                         "\"1'"  },
+        {"[s]\nk=''1''",                        "'1'"   },
+        {"[s]\nk=\"",                           "\""    },
+        {"[s]\nk=\nk=2",                        ""      },
+        {"[s]\nj=1\n[t]\nk=2\n[S]\nk=3",        ""      }, // only the first section of a name counts
+        {"[s]\n[x=1\nk=2",                      "2"     }, // no section without its closing bracket
+        {"[s]\n[]\nk=2",                        ""      },
+        {"[s]\nk=gr\xFC\xDF",                   "grüß"}, // no UTF-8, so Windows-1252
     };
     for (const auto& [file, value] : cases)
         EXPECT_EQ(ProfileText(file).Value(" S\t", "k"), value) << file;
     EXPECT_EQ(ProfileText("[s]\nä=1\nÄ=2").Value("S", "Ä"), "2")
         << "only ASCII letters lose their case in names";
+    std::string longest;
+    while (longest.size() < 508) // bytes of 254 characters
+        longest += "é";
+    for (const std::string quote : {"", "'"})
+        EXPECT_EQ(ProfileText("[s]\nk=" + quote + longest + "é" + quote).Value("s", "k"), longest);
 }
 
 TEST(ProfileText, ChangesNothingButTheKey)
@@ -45,7 +45,6 @@ TEST(ProfileText, ChangesNothingButTheKey)
     const auto expect = [&](const char* file, const char* value, const std::string& changed) {
         EXPECT_EQ(ChangeProfile(file, " s ", "\tk ", value).value_or(none), changed) << file;
     };
-    expect("[s]\nk=1\n", "2", "[s]\nk=2\n");
     expect("[s]\nk=1\n", "1", none);
     expect("\xEF\xBB\xBF[s]\nk=1\n", "1", none);
     expect("\xEF\xBB\xBF[s]\nk=1\n", "2", "[s]\nk=2\n");
@@ -66,15 +65,12 @@ TEST(ProfileText, ChangesNothingButTheKey)
     EXPECT_FALSE(ChangeProfile("", "s]x", "k", "1").has_value());
 }
 
-TEST(ProfileText, WhatIsWrittenIsRead)
+TEST(ProfileText, WhatIsWrittenIsReadAndWrittenOnce)
 {
-    for (const std::string value : {"x", "a;b", "ü", "\xFF\xFE", "[s]", "=", "Jörg's \"mix\""}) {
-        std::string file = "[a]\nk=0\n\n[s]\nlast=1\n";
-        for (int i = 0; i < 3; ++i)
-            file = ChangeProfile(file, "s", "Key", value).value_or(file);
+    for (const std::string value : {"a;b", "ü", "\xFF\xFE", "[s]", "=", "Jörg's \"mix\""}) {
+        const std::string file = ChangeProfile("[s]\nlast=1\n", "s", "Key", value).value_or("");
         EXPECT_EQ(ProfileText(file).Value("S", "key"), value);
-        EXPECT_EQ(ProfileText(file).Value("s", "last"), "1");
-        EXPECT_LT(file.size(), 60U) << "a repeated write adds nothing";
+        EXPECT_FALSE(ChangeProfile(file, "s", "Key", value).has_value());
     }
 }
 

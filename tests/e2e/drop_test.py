@@ -3,7 +3,7 @@
 import pathlib
 import unittest
 
-from desktop import DesktopTest, wait_until
+from desktop import PATIENCE, DesktopTest, wait_until
 
 SOURCE = pathlib.Path(__file__).with_name("drag_source.py")
 ROWS = (100, 60)  # a place on the list of either window
@@ -31,7 +31,7 @@ class Drops(DesktopTest):
         self.desktop.xdo("mouseup", 1)
         wait_until(lambda: says("ended"), "the drag ends")
         source.terminate()
-        source.wait(20)
+        source.wait(PATIENCE)
 
     def test_files_and_folders_reach_the_playlist_and_lists_the_store(self):
         folder = self.make("music & 100% #1/b.wav", 100).parent
@@ -46,8 +46,7 @@ class Drops(DesktopTest):
         self.drop("ListManager", stored, single)
         copies = lambda: [path.read_text() for path in self.desktop.home.glob("lists/*.zvl")]
         wait_until(lambda: copies() == [stored.read_text()], lambda: f"the list is in the store: {copies()}")
-        player.terminate()
-        self.assertEqual(player.wait(20), 0)
+        self.terminate(player)
         names = [line.rsplit("/", 1)[-1] for line in self.saved_list().splitlines() if "#/" in line]
         self.assertEqual(names, ["b.wav", "ä.wav", "single.wav"])
 

@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
 """The windows of the built player as its user sees and handles them."""
 import math
+import struct
 import unittest
+import wave
 
 from desktop import DEMO_DIRECTORY, DesktopTest, wait_until, write_sound
 from skin_reference import POP_OUTS, WINDOWS, Bitmap, Skin
@@ -22,10 +24,10 @@ class FaceTest(DesktopTest):
         self.wait_for_all()
 
     def wait_for_all(self):
-        self.ids = {}
-        for name in WINDOWS:
-            self.wait_for(name)
-        places = lambda: {name: self.desktop.place(window)[:2] for name, window in self.ids.items()}
+        def places():
+            self.ids = {name: window for name in WINDOWS for window in self.shown(name)}
+            return {name: self.desktop.place(window)[:2] for name, window in self.ids.items()}
+
         wait_until(lambda: places() == BLOCK, lambda: f"all stand in one block: {places()}")
 
     def shown(self, name):
@@ -104,16 +106,18 @@ class Pictures(FaceTest):
     def test_the_playlists_pop_outs_do_as_well(self):
         self.start()
         for opener, keys in POP_OUTS.items():
+            bottom = next(reversed(keys.values()))
+            ground = self.look("Playlist").part(*bottom.box)
             self.click_key("Playlist", opener)
+            for y in range(471, bottom.middle[1], -1):  # a hand that moves slowly doesn't lose the pop-out
+                self.point_at("Playlist", bottom.middle[0], y)
             for control, key in keys.items():
                 with self.subTest(control):
                     self.wait_for_state("Playlist", key, "normal")
                     self.point_at("Playlist", *key.middle)
                     self.wait_for_state("Playlist", key, "hover")
             self.point_at("Playlist", 150, 10)
-            bottom = next(reversed(keys.values())).box
-            wait_until(lambda: self.look("Playlist").part(*bottom).difference(
-                SKIN.key(next(reversed(keys.values())), "normal")) > 0.2, "the pop-out goes")
+            wait_until(lambda: self.look("Playlist").part(*bottom.box).difference(ground) <= ALIKE, "the pop-out goes")
 
     def look_at_states(self, name, control, key):
         self.point_at(name, *key.middle)
@@ -154,7 +158,7 @@ class Pictures(FaceTest):
 class Journey(FaceTest):
     def test_a_list_is_played_folded_sorted_and_found_again(self):
         for name, level in (("b.wav", 100), ("a.wav", 200), ("c.wav", 300)):
-            folder = self.make(f"music/{name}", level, seconds=60).parent
+            folder = self.make(f"music/{name}", level, seconds=180).parent
         self.start(folder, settings="[DJ]\nMethod=3\n", VELMO_AUDIO=f"wav:{self.rendered}")
         self.hears(200)  # the walk of a folder goes by name
         self.click_key("wmain", "imgNext")
@@ -192,8 +196,10 @@ class Journey(FaceTest):
         wait_until(lambda: self.shown("fX") and top_of_manager() == 374, "all is as it was")
 
     def sort_backwards(self):
+        backwards = POP_OUTS["imgOrder"]["imgOrderZA"]
         self.click_key("Playlist", "imgOrder")
-        self.click("Playlist", POP_OUTS["imgOrder"]["imgOrderZA"].middle)
+        self.wait_for_state("Playlist", backwards, "normal")
+        self.click("Playlist", backwards.middle)
         wait_until(lambda: self.saved_list().index("/c.wav") < self.saved_list().index("/a.wav"), "the list is sorted")
 
 
@@ -210,11 +216,19 @@ class Menus(FaceTest):
         self.desktop.xdo("key", "Down", "Return")
         wait_until(lambda: "TimeMode=False" in self.settings.read_text(), "time that is left")
 
+    def test_a_tool_tip_comes_up_while_another_window_has_the_keys(self):
+        self.start()
+        self.click("Playlist", (100, 8))
+        wait_until(lambda: self.desktop.xdo("getwindowfocus") == self.ids["Playlist"], "the playlist has the keys")
+        for x in (30, 31):
+            self.point_at("wmain", x, 104)
+        wait_until(self.other_windows, "the tool tip")
+
 
 class Equalizer(FaceTest):
     def test_bars_tickers_and_keys_change_what_is_heard(self):
         tone = self.desktop.directory / "tone.wav"
-        write_sound(tone, [round(3000 * math.sin(2 * math.pi * 1000 * frame / 44100)) for frame in range(44100)], seconds=120)
+        write_sound(tone, [round(3000 * math.sin(2 * math.pi * 1000 * frame / 44100)) for frame in range(44100)], seconds=300)
         self.start(tone, VELMO_AUDIO=f"wav:{self.rendered}")
         bar = 92  # pixels from the left: that of 1 kHz
 
@@ -245,6 +259,71 @@ class Equalizer(FaceTest):
         self.terminate(self.running)
         self.assertIn("ShowFX=False", self.settings.read_text())
         self.assertEqual((self.desktop.home / "zuvio.zfx").read_bytes(), b"ZVFX10\r\n" + b" 700 \r\n" * 11)
+
+
+class Sliders(FaceTest):
+    def drag(self, name, start, end):
+        self.point_at(name, *start)
+        self.desktop.xdo("mousedown", 1)
+        for step in range(1, 21):
+            self.point_at(name, *(a + (b - a) * step // 20 for a, b in zip(start, end)))
+        self.desktop.xdo("mouseup", 1)
+
+    def start_with_a_long_list(self):
+        """The first entry's level tells the second that is heard."""
+        first = self.desktop.directory / "first.wav"
+        with wave.open(str(first), "wb") as file:
+            file.setparams((2, 2, 44100, 0, "NONE", ""))
+            for second in range(100):
+                file.writeframes(struct.pack("<hh", *[100 * second] * 2) * 44100)
+        rows = "".join(f"row {row}\r\n60#{first}\r\n" for row in range(1, 101))
+        (self.desktop.home / "list.zvl").write_text("#ZVL20#\r\n" + rows, newline="")
+        self.start(settings="[Options]\nReadTitlesOn=play\n", VELMO_AUDIO=f"wav:{self.rendered}")
+
+    def hears_second(self, earliest, latest):
+        second = lambda: self.samples()[-1] / 100
+        wait_until(lambda: earliest <= second() <= latest, lambda: f"second {earliest} to {latest}; it is {second()}")
+
+    def saves(self, line):
+        wait_until(lambda: line in self.settings.read_text(), lambda: f"{line}: {self.settings.read_text()}")
+
+    def test_position_and_volume_are_clicked_and_dragged(self):
+        self.start_with_a_long_list()
+        self.click_key("wmain", "imgPlay")
+        wait_until(lambda: len(self.samples()) > 0, "it plays")
+        self.click("wmain", (16 + 109, 76))
+        self.hears_second(50, 54)
+        self.drag("wmain", (16 + 111 + 8, 77), (16 + 24 + 8, 77))
+        self.hears_second(9, 16)
+        self.click("wmain", (157 + 44, 52))
+        self.saves("Volume=660\n")
+        self.hears_second(4, 10)  # at half the volume
+        self.drag("wmain", (157 + 44, 52), (300, 52))
+        self.saves("Volume=1267.5\n")
+        self.drag("wmain", (157 + 84, 52), (60, 52))
+        self.saves("Volume=67.5\n")
+        wait_until(lambda: self.samples()[-1] == 0, "silence")
+        self.click("wmain", (30, 30))
+        self.saves("TimeMode=False\n")
+
+    def test_the_list_scrolls_by_arrow_track_and_ticker(self):
+        self.start_with_a_long_list()
+        # But for the first row, which shows whether the list has the focus.
+        rows = lambda: [bytes(row) for row in self.look("Playlist").part(14, 33, 200, 434).rows]
+        top = wait_until(lambda: rows() if max(map(max, rows())) > 128 else None, "the list is painted")
+
+        def scrolls(act, what, goes_back=False):
+            before = rows()
+            act()
+            wait_until(lambda: rows() == top if goes_back else rows() != before, what)
+
+        scrolls(lambda: self.drag("Playlist", (292, 43), (292, 440)), "the ticker")
+        scrolls(lambda: self.drag("Playlist", (292, 440), (292, 20)), "and back", goes_back=True)
+        scrolls(lambda: self.click("Playlist", (292, 300)), "the track")
+        scrolls(lambda: self.click("Playlist", (292, 36)), "the track above the ticker", goes_back=True)
+        self.point_at("Playlist", 292, 458)
+        scrolls(lambda: self.desktop.xdo("mousedown", 1), "the arrow repeats")
+        self.desktop.xdo("mouseup", 1)
 
 
 class Manager(FaceTest):

@@ -16,13 +16,12 @@ class PlayerTest(DesktopTest):
 
 
 class Playing(PlayerTest):
-    def test_a_file_plays_whole_and_its_window_shows_title_and_time(self):
+    def test_a_file_plays_whole_and_its_window_shows_the_title(self):
         player = self.recording_player(self.make("whole.wav", 1234, seconds=3.5))
         window = self.desktop.wait_for_main_window()
         glowing = lambda: sum(1 for red, green, blue in self.desktop.pixels(window, 122, 22, 128, 15)
                               if green > 150 and blue > 150 and red < green - 40)
         wait_until(lambda: glowing() > 30, "the title")
-        self.clock_goes_on(window)
         wait_until(lambda: 1234 in self.heard() and self.samples()[-1] == 0, "the end")
         self.terminate(player)
         sound = self.samples()
@@ -42,6 +41,7 @@ class Playing(PlayerTest):
                 self.terminate(player)
 
     def test_the_picture_moves_while_music_plays_and_a_click_changes_its_view(self):
+        self.settings.write_text("[DJ]\nMethod=2\n")  # again and again, however long this takes
         self.player(DEMO_DIRECTORY / "night-ferry.mp3")
         window = self.desktop.wait_for_main_window()
         picture = lambda: self.desktop.pixels(window, 16, 39, 100, 27)
@@ -149,7 +149,7 @@ class IncompleteStarts(StartTest):
 
 class Silence(PlayerTest):
     def test_without_a_sound_device_it_plays_in_silence_and_says_so_once(self):
-        self.player(self.make("long.wav", 900, seconds=30), VELMO_AUDIO=None,
+        self.player(self.make("long.wav", 900, seconds=300), VELMO_AUDIO=None,
                     PULSE_SERVER=f"unix:{self.desktop.directory}/none")
         self.clock_goes_on(self.desktop.wait_for_main_window())
         said = [line for line in self.desktop.log.read_text().splitlines() if line.startswith("velmo:")]

@@ -1,6 +1,9 @@
 #!/usr/bin/env python3
 """The windows of the built player, judged by pictures of the whole screen."""
+import itertools
+import signal
 import subprocess
+import time
 import unittest
 
 from desktop import DesktopTest, wait_until
@@ -28,7 +31,7 @@ class Picture:
 
     def form(self):
         """What a block looks like wherever it stands: its size and how many pixels show nothing of it."""
-        left, top, right, bottom = self.bounds()
+        left, top, right, bottom = self.bounds() or (0, 0, 0, 0)
         return right - left, bottom - top, self.grey.count(ROOT)
 
     def bare(self, left, top, right, bottom):
@@ -69,16 +72,25 @@ class WindowsTest(DesktopTest):
         last = []
 
         def still():
-            last.append((self.places(), self.picture().form()))
-            return len(last) > 1 and last[-1] == last[-2]
+            places, picture = self.places(), self.picture()
+            last.append((places, picture.form()))
+            bare = [picture.bare(left, top, min(left + width, WIDTH), min(top + height, HEIGHT)) > width * height // 2
+                    for left, top, width, height in places.values()]
+            return len(last) > 1 and last[-1] == last[-2] and not any(bare)
         wait_until(still, "the windows are still")
 
-    def assert_glued_at(self, left, top):
-        places = self.places()
-        width, height = places["wmain"][2:]
-        self.assertEqual({name: place[:2] for name, place in places.items()},
-                         {"wmain": (left, top), "Playlist": (left + width, top), "fX": (left, top + height),
-                          "frmListMGR": (left, top + height + places["fX"][3])})
+    def wait_for_places(self, expected):
+        now = lambda: {name: self.place(name) for name in expected}
+        wait_until(lambda: now() == expected, lambda: f"{now()}, not {expected}")
+
+    def wait_for_block(self, left, top):
+        """Waits until the windows stand in one block there, and are still."""
+        sizes = {name: place[2:] for name, place in self.places().items()}
+        width, height = sizes["wmain"]
+        corners = {"wmain": (left, top), "Playlist": (left + width, top), "fX": (left, top + height),
+                   "frmListMGR": (left, top + height + sizes["fX"][1])}
+        self.wait_for_places({name: corner + sizes[name] for name, corner in corners.items()})
+        self.screen_is_still()
 
     def drag(self, start, *ways):
         """Presses at a point of the screen, moves by these ways, 120 steps a second, releases."""
@@ -95,7 +107,7 @@ class WindowsTest(DesktopTest):
 
 class Dragging(WindowsTest):
     def film(self, act):
-        """Pictures of the screen, 60 a second, while `act` runs."""
+        """Different pictures of the screen, up to 60 a second, while `act` runs."""
         path = self.desktop.directory / "film"
         camera = self.desktop.start(["ffmpeg", "-loglevel", "error", "-f", "x11grab", "-draw_mouse", "0", "-framerate", "60",
                                      "-video_size", f"{WIDTH}x{HEIGHT}", "-i", self.desktop.display, "-pix_fmt", "gray",
@@ -104,21 +116,21 @@ class Dragging(WindowsTest):
         act()
         camera.terminate()
         camera.wait()
-        film = path.read_bytes()
-        size = WIDTH * HEIGHT
-        return [Picture(film[start:start + size]) for start in range(0, len(film) // size * size, size)]
+        with path.open("rb") as film:
+            pictures = itertools.groupby(iter(lambda: film.read(WIDTH * HEIGHT), b""))
+            return [Picture(grey) for grey, _ in pictures if len(grey) == WIDTH * HEIGHT]
 
     def check_block_in_motion(self, window_manager):
         self.start_desktop(window_manager)
         self.start_player()
-        self.assert_glued_at(100, 100)
+        self.wait_for_block(100, 100)
         still = self.picture().form()
         film = self.film(lambda: self.drag((160, 108), (400, 240), (-430, 60), (30, -300), (200, 100)))
         places = [picture.bounds()[:2] for picture in film]
-        self.assertGreater(len(set(places)), 40, "the film shows the block on its way")
+        self.assertGreater(len(set(places)), 10, "the film shows the block on its way")
         torn = [place for place, picture in zip(places, film) if picture.form() != still]
         self.assertEqual(torn, [], f"of {len(film)} pictures")
-        self.assert_glued_at(300, 200)
+        self.wait_for_block(300, 200)
         self.terminate(self.running)
         self.assertIn("X=4500\nY=3000", self.settings.read_text())
 
@@ -132,16 +144,16 @@ class Dragging(WindowsTest):
         self.start_desktop()
         self.start_player()
         left, top, width, height = self.place("fX")
+        expected = self.places()
         self.drag((left + 100, top + 8), (-27, 641))
-        self.screen_is_still()
-        self.assertEqual(self.place("fX")[:2], (left - 27, HEIGHT - height), "nine pixels from the edge it jumps there")
+        expected["fX"] = left - 27, HEIGHT - height, width, height  # nine pixels from the edge it jumps there
+        self.wait_for_places(expected)
         # The main window goes without it, the manager by the playlist's side goes along.
-        before = self.places()
         self.drag((160, 108), (12, 24))
-        self.screen_is_still()
-        for name, (left, top, width, height) in before.items():
-            gone = (0, 0) if name == "fX" else (12, 24)
-            self.assertEqual(self.place(name), (left + gone[0], top + gone[1], width, height), name)
+        for name in expected.keys() - {"fX"}:
+            left, top, width, height = expected[name]
+            expected[name] = left + 12, top + 24, width, height
+        self.wait_for_places(expected)
 
 
 class Scales(WindowsTest):
@@ -154,20 +166,18 @@ class Scales(WindowsTest):
 
     def check_scale(self, scale):
         self.start_player("[RTM]\nX=313\nY=151\n", scale)
-        left, top = self.place("wmain")[:2]
-        self.assert_glued_at(left, top)
+        left, top = round(313 / 15 * scale), round(151 / 15 * scale)
+        self.wait_for_block(left, top)
         self.check_seams()
         # Dragged about, they still touch, and a button far down is hit where it is seen.
         self.drag((left + round(60 * scale), top + round(8 * scale)), (41, 57))
-        self.screen_is_still()
-        self.assert_glued_at(left + 41, top + 57)
+        self.wait_for_block(left + 41, top + 57)
         self.check_seams()
         for corner in ((97, 129), (127, 159)):  # of the equalizer's button, just within its rim
             x, y = (round(place * scale) for place in corner)
             self.desktop.xdo("mousemove", left + 41 + x, top + 57 + y, "click", 1)
             wait_until(lambda: bool(self.desktop.windows("Equalizer")) == (corner[0] == 127), "the equalizer goes and comes")
-        self.screen_is_still()
-        self.assert_glued_at(left + 41, top + 57)
+        self.wait_for_block(left + 41, top + 57)
 
     def check_seams(self):
         """Away from the round corners nothing of the bare screen shows where two windows touch."""
@@ -202,19 +212,35 @@ class Screens(WindowsTest):
                 self.wait_for_place(self.desktop.wait_for_main_window(), place)
                 self.desktop.close()
 
-    def test_an_edge_between_two_screens_catches_and_a_lost_screen_gives_its_block_back(self):
+    def start_two_screens(self):
         self.start_desktop()
         for name, left, output in (("left", 0, "screen"), ("right", 640, "none")):
             self.desktop.output("xrandr", "--setmonitor", name, f"640/169x1024/270+{left}+0", output)
+
+    def test_a_menu_opens_at_its_window_on_the_second_of_two_scaled_screens(self):
+        self.start_two_screens()
+        self.start_player("[RTM]\nX=5250\nY=750\n", scale=2)
+        self.desktop.xdo("mousemove", 700 + 22, 100 + 22, "click", 1)
+        menus = lambda: [self.desktop.place(window)[:2] for window in self.desktop.player_windows()
+                         if window not in self.windows.values()]
+        wait_until(lambda: menus() == [(700, 100)], lambda: f"the menu: {menus()}")
+
+    def test_an_edge_between_two_screens_catches_and_a_lost_screen_gives_its_block_back(self):
+        self.start_two_screens()
         self.start_player("[RTM]\nX=9900\nY=1500\n")
         self.drag((720, 108), (-13, 0))
         self.wait_for_place(self.windows["wmain"], (640, 100))
-        self.screen_is_still()
-        self.assert_glued_at(640, 100)
+        # Held up for longer than its windows need to rest after the drag, the player sees where the window manager puts them
+        # before it hears of the screen.
+        self.running.send_signal(signal.SIGSTOP)
+        rested = time.monotonic() + 0.5
+        self.wait_for_block(640, 100)
         self.desktop.output("xrandr", "--delmonitor", "right")
+        wait_until(lambda: self.place("fX")[:2] != (640, 277), "the window manager moves the windows")
+        wait_until(lambda: time.monotonic() > rested, "time passes")
+        self.running.send_signal(signal.SIGCONT)
         self.wait_for_place(self.windows["wmain"], (640 - 265 - 314, 100))
-        self.screen_is_still()
-        self.assert_glued_at(640 - 265 - 314, 100)
+        self.wait_for_block(640 - 265 - 314, 100)
 
 
 class Minimising(WindowsTest):
@@ -225,8 +251,7 @@ class Minimising(WindowsTest):
         wait_until(lambda: not self.desktop.player_windows(), "all go with the main window")
         self.ends(self.player())
         wait_until(lambda: len(self.desktop.player_windows()) == 4, "all come back")
-        self.screen_is_still()
-        self.assert_glued_at(100, 100)
+        self.wait_for_block(100, 100)
 
     def test_neighbours_go_and_come_with_the_main_window(self):
         self.check(window_manager=True)
@@ -241,6 +266,25 @@ class Minimising(WindowsTest):
         listed = self.desktop.output("xprop", "-id", self.windows["fX"], "_NET_WM_WINDOW_TYPE", "WM_TRANSIENT_FOR")
         self.assertIn("UTILITY", listed)
         self.assertIn(hex(int(self.windows["wmain"])), listed)
+
+    def test_a_window_that_comes_back_after_always_on_top_was_switched_sticks_as_before(self):
+        self.start_desktop()
+        self.start_player()
+        block = self.picture().form()
+        self.desktop.xdo("mousemove", 111, 111, "click", 1)
+        wait_until(lambda: len(self.desktop.player_windows()) == 5, "the menu")
+        self.desktop.xdo("key", "--delay", 30, *["Down"] * 6, "Return")
+        wait_until(lambda: "AlwaysOnTop=True" in self.settings.read_text(), "on top")
+        for count in (3, 4):
+            self.desktop.xdo("mousemove", 132, 244, "click", 1)
+            wait_until(lambda: len(self.desktop.player_windows()) == count, f"{count} windows")
+        self.windows["Playlist"] = self.desktop.windows_of_size(SIZES["Playlist"])[0]
+        self.screen_is_still()
+        self.assertEqual(self.picture().form(), block, "in its place, with its outline")
+        self.drag((160, 108), (60, 48))
+        self.screen_is_still()
+        self.wait_for_block(160, 148)
+        self.assertEqual(self.picture().form(), block)
 
 
 if __name__ == "__main__":

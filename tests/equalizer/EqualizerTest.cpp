@@ -1,5 +1,6 @@
 #include "equalizer/fX.h"
 #include "support/FakePlayer.h"
+#include "support/Mouse.h"
 
 #include <gmock/gmock.h>
 
@@ -7,7 +8,9 @@ namespace velmo {
 namespace {
 
 using controls::Image;
-using controls::MouseButton;
+using test::Click;
+using test::Left;
+using test::LeftAt;
 using ::testing::Each;
 using ::testing::ElementsAre;
 
@@ -44,16 +47,11 @@ protected:
         m_window.ReadState();
         m_player.equalizer.ApplyIfOn(m_player.state.CurrentChannel);
     }
-    static void Click(const Image& image, double x = 0, double y = 0)
-    {
-        image.MouseDown({.button = MouseButton::Left, .x = x, .y = y});
-        image.MouseUp({.button = MouseButton::Left, .x = x, .y = y});
-    }
-    void Choose(const std::string& path)
+    void Choose(const Image& button, const std::string& path)
     {
         m_player.dialogs.choice = {.paths = {path}, .label = "EQ Settings (*.zfx)"};
+        Click(button);
     }
-    std::string Folder(const char* key) { return m_player.settings.ReadSetting("RTM", key, "-"); }
 
     test::FakePlayer m_player;
     forms::fX& m_form = m_player.fX;
@@ -73,17 +71,15 @@ TEST_F(Equalizer, MakesTheBandsFlatThenSetsTheTickersGains)
             calls.push_back("BASS_FXSetParameters 9001 " + std::to_string(band));
     EXPECT_EQ(m_player.bass.calls, calls);
     std::vector<float> centres;
-    std::vector<float> gains;
     for (const auto& [number, band] : m_player.bass.effects.at(effect).bands) {
         centres.push_back(band.fCenter);
-        gains.push_back(band.fGain);
+        EXPECT_EQ(band.fGain, number == 2 ? 10 : 0);
         EXPECT_EQ(band.fBandwidth, 2.5F);
         EXPECT_EQ(band.fQ, 0);
         EXPECT_EQ(band.lChannel, -1);
     }
     EXPECT_THAT(centres,
                 ElementsAre(60, 170, 310, 600, 1000, 3000, 6000, 9000, 12000, 14000, 16000));
-    EXPECT_THAT(gains, ElementsAre(0, 0, 10, 0, 0, 0, 0, 0, 0, 0, 0));
 }
 
 TEST_F(Equalizer, APositionIsTheLowerOfTheStepsItLiesBetween)
@@ -125,7 +121,7 @@ TEST_F(Equalizer, EachTrackGetsAnEffectOfItsOwnWhileItIsOn)
     EXPECT_EQ(m_player.equalizer.EqualizerHandle, 0U);
     m_player.equalizer.SetEqualizerBand(9001, 3, 0);
     EXPECT_EQ(first.at(3).fGain, 0);
-    m_player.settings.WriteSetting("DSP\\Effects", "EQEnabled", "FALSE");
+    m_player.Set("DSP\\Effects", "EQEnabled", "FALSE");
     m_window.ReadState();
     EXPECT_FALSE(m_form.EqualizerOn);
 }
@@ -158,10 +154,9 @@ TEST_F(Equalizer, ReadsWhatIsThereAndLeavesTheRest)
             ticker.Top = 700;
         m_files["/app/zuvio.zfx"] = bytes;
         m_player.curves.LoadDefaultEqualizer();
-        std::vector<double> tops(11, 700);
-        tops[0] = first;
-        tops[1] = second;
-        EXPECT_EQ(Tops(), tops) << bytes;
+        EXPECT_EQ(Tops()[0], first) << bytes;
+        EXPECT_EQ(Tops()[1], second) << bytes;
+        EXPECT_EQ(Tops()[2], 700) << bytes;
     };
     expect("ZVFX10\n400\n500", 400, 500);
     expect("\xEF\xBB\xBFZVFX10\r\n 400 \r\n", 400, 700);
@@ -181,13 +176,12 @@ TEST_F(Equalizer, LoadingByDialogStacksOneMoreEffect)
     EXPECT_EQ(asked.title, "Load EQ Settings");
     EXPECT_EQ(asked.filter, "EQ Settings (*.zfx)|*.zfx");
     EXPECT_EQ(asked.folder, "/app/");
-    EXPECT_EQ(Folder("TempDir6"), "-") << "cancelled";
+    EXPECT_EQ(m_player.Get("RTM", "TempDir6"), "") << "cancelled";
 
     SwitchOn();
     m_files["/eq/rock.zfx"] = std::string(Flat).replace(9, 3, "400");
-    Choose("/eq/rock.zfx");
-    Click(m_form.btnLoad);
-    Click(m_form.btnLoad);
+    for (int load = 0; load < 2; ++load)
+        Choose(m_form.btnLoad, "/eq/rock.zfx");
     EXPECT_EQ(Tops()[0], 400);
     EXPECT_EQ(m_player.bass.effects.size(), 3U) << "none was taken off";
     EXPECT_EQ(m_player.dialogs.fileDialogs.back().folder, "/eq/");
@@ -197,10 +191,9 @@ TEST_F(Equalizer, LoadingByDialogStacksOneMoreEffect)
     m_files["/x/short.zfx"] = std::string(Flat, 84).replace(9, 3, "500");
     m_files["/y/other.zfx"] = std::string(200, 'x');
     for (const char* refused : {"/x/short.zfx", "/y/other.zfx", "/z/gone.zfx"}) {
-        Choose(refused);
-        Click(m_form.btnLoad);
+        Choose(m_form.btnLoad, refused);
         EXPECT_EQ(Tops()[0], 400) << refused;
-        EXPECT_EQ(Folder("TempDir6"), std::string(refused, 3));
+        EXPECT_EQ(m_player.Get("RTM", "TempDir6"), std::string(refused, 3));
     }
     EXPECT_EQ(m_player.bass.effects.size(), 3U);
 }
@@ -208,30 +201,30 @@ TEST_F(Equalizer, LoadingByDialogStacksOneMoreEffect)
 TEST_F(Equalizer, SavingByDialogForcesTheExtension)
 {
     Click(m_form.btnSave);
-    EXPECT_EQ(m_player.dialogs.fileDialogs.back().title, "Save EQ Settings");
-    EXPECT_EQ(m_player.dialogs.fileDialogs.back().kind, ports::FileDialogKind::Save);
-    EXPECT_EQ(Folder("TempDir5"), "-");
+    const ports::FileDialog& asked = m_player.dialogs.fileDialogs.at(0);
+    EXPECT_EQ(asked.title, "Save EQ Settings");
+    EXPECT_EQ(asked.kind, ports::FileDialogKind::Save);
+    EXPECT_EQ(m_player.Get("RTM", "TempDir5"), "");
     m_files.clear();
-    for (const char* chosen : {"/eq/B.ZFX", "/eq/c.txt", "/eq/zfx"}) {
-        Choose(chosen);
-        Click(m_form.btnSave);
-    }
-    using ::testing::Pair;
-    EXPECT_THAT(m_files,
-                ElementsAre(Pair("/eq/B.ZFX", Flat),
-                            Pair("/eq/c.txt.zfx", Flat),
-                            Pair("/eq/zfx.zfx", Flat)));
-    EXPECT_EQ(Folder("TempDir5"), "/eq/");
+    for (const char* chosen : {"/eq/B.ZFX", "/eq/c.txt", "/eq/zfx"})
+        Choose(m_form.btnSave, chosen);
+    EXPECT_EQ(m_files,
+              (std::map<std::string, std::string>{
+                  {"/eq/B.ZFX",     Flat},
+                  {"/eq/c.txt.zfx", Flat},
+                  {"/eq/zfx.zfx",   Flat}
+    }));
+    EXPECT_EQ(m_player.Get("RTM", "TempDir5"), "/eq/");
 }
 
 TEST_F(Equalizer, ADraggedTickerGoesWithThePointerUntilItWouldLeaveTheBar)
 {
     SwitchOn();
     const Image& ticker = m_form.Ticker[4];
-    ticker.MouseDown({.button = MouseButton::Left, .y = 59.6});
+    ticker.MouseDown(LeftAt(0, 59.6));
     // The place of the pointer is told from the ticker's top.
     const auto drag = [&](double y, double top, const char* tip, float gain) {
-        ticker.MouseMove({.button = MouseButton::Left, .y = y});
+        ticker.MouseMove(LeftAt(0, y));
         EXPECT_EQ(ticker.Top, top) << y;
         EXPECT_EQ(ticker.ToolTipText.Get(), tip);
         EXPECT_EQ(Gain(4), gain);
@@ -242,8 +235,8 @@ TEST_F(Equalizer, ADraggedTickerGoesWithThePointerUntilItWouldLeaveTheBar)
     drag(-580, 360, " 10", 10);
     drag(59, 360, " 10", 10);
     drag(88, 388, " 9", 9);
-    ticker.MouseUp({.button = MouseButton::Left});
-    ticker.MouseMove({.y = 100});
+    ticker.MouseUp(Left);
+    ticker.MouseMove(LeftAt(0, 100));
     EXPECT_EQ(ticker.Top, 388);
     m_player.equalizer.ApplyEqualizer(m_player.state.CurrentChannel);
     EXPECT_EQ(ticker.ToolTipText.Get(), " 10") << "the next track plays more than the drag told";
@@ -310,7 +303,7 @@ TEST_F(Equalizer, ItsCloseKeyReachesBeyondItsPicture)
     m_window.Calls.Hide = [&] { ++hidden; };
     for (const auto& [x, y] : {std::pair(286., 0.), std::pair(0., 211.), std::pair(-1., 0.)})
         Click(m_form.imgCaptionClose, x, y);
-    m_form.imgCaptionClose.MouseUp({.button = MouseButton::Right});
+    m_form.imgCaptionClose.MouseUp(test::Right);
     EXPECT_EQ(hidden, 0);
     Click(m_form.imgCaptionClose, 285, 210);
     EXPECT_EQ(hidden, 1);

@@ -1,10 +1,8 @@
 #pragma once
 
 #include "lifecycle/StartCore.h"
-#include "support/FakeApplication.h"
-#include "support/FakeLibraries.h"
 #include "support/FakePlayer.h"
-#include "support/FakeTray.h"
+#include "support/SmallFakes.h"
 
 #include <gtest/gtest.h>
 
@@ -67,15 +65,10 @@ protected:
         return true;
     }
 
-    void Set(const char* section, const std::string& key, const std::string& value)
-    {
-        m_player.settings.WriteSetting(section, key, value);
-    }
-
     test::FakePlayer m_player;
     std::vector<std::string>& m_log = m_player.bass.calls;
     test::FakeApplication m_application;
-    test::FakeLibraries m_libraries;
+    test::FakeLibraries& m_libraries = m_player.libraries;
     test::FakeTray m_tray{m_log};
     FakeAssociations m_associations{m_log};
     modBass m_table;

@@ -16,7 +16,7 @@ TEST_F(StartTest, TheSplashWindowStartsTheCoreOnceAtItsTick)
     forms::frmSplash splash;
     controls::Form neighbour("neighbour", "", 0, 0, controls::BorderStyle::None);
     BringUp bringUp(splash, m_player.wmain, {&neighbour}, m_core, m_player.settings, m_application);
-    m_player.settings.WriteSetting("Options", "ShowSplashScreen", "TRUE");
+    m_player.Set("Options", "ShowSplashScreen", "TRUE");
     bringUp.Run();
     EXPECT_TRUE(splash.Visible);
     EXPECT_TRUE(splash.tmrcZat.Enabled);
@@ -29,7 +29,7 @@ TEST_F(StartTest, TheSplashWindowStartsTheCoreOnceAtItsTick)
     // Without it the window is there at once, and the list behind the first pictures of all that
     // is shown; a failed start ends the process.
     m_player.wmain.Hide();
-    m_player.settings.WriteSetting("Options", "ShowSplashScreen", "False");
+    m_player.Set("Options", "ShowSplashScreen", "False");
     neighbour.Visible = true;
     bringUp.Run();
     EXPECT_TRUE(m_player.wmain.Visible);
@@ -60,12 +60,9 @@ TEST_F(StartTest, WhatACommandLineNamesReachesTheListIfItExists)
         ReceiveHandOver({.dwData = 0, .bytes = text}, m_player.files, m_player.adding);
         return std::pair(count, m_player.playlist.pl.Count());
     };
-    for (const std::string& nothing : {std::string("/m/gone.mp3"),
-                                       std::string("http://radio/stream.mp3"),
-                                       std::string("bare.mp3"),
-                                       std::string("/m/"),
-                                       std::string(1, '\0'),
-                                       std::string()})
+    const std::vector<std::string> nothings = {
+        "/m/gone.mp3", "http://radio/stream.mp3", "bare.mp3", "/m/", std::string(1, '\0'), ""};
+    for (const std::string& nothing : nothings)
         EXPECT_EQ(rowsAfter(nothing), std::pair(0UL, 0UL)) << nothing;
     EXPECT_EQ(rowsAfter("/m/a.mp3"), std::pair(1UL, 2UL));
     EXPECT_EQ(rowsAfter("/m"), std::pair(3UL, 4UL));
@@ -78,7 +75,7 @@ TEST(Role, TheFirstProcessPlaysAndLaterOnesHandOver)
                            const char* commandLine,
                            std::vector<std::string> calls) {
         test::FakePlayer player;
-        player.settings.WriteSetting("Options", "AllowMultipleInstances", allowMany);
+        player.Set("Options", "AllowMultipleInstances", allowMany);
         const ProcessRole role = DecideRole(instance, player.settings, commandLine);
         EXPECT_EQ(role == ProcessRole::Player, calls.empty());
         calls.insert(calls.begin(), "mutex Velmo Player_APPLICATION_MUTEX");

@@ -25,6 +25,7 @@ namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 
 constexpr const char* MutexName = "Velmo Player_APPLICATION_MUTEX";
+constexpr std::chrono::milliseconds Patience = 60s; ///< for what shall happen
 
 Deadline In(std::chrono::milliseconds time)
 {
@@ -65,19 +66,23 @@ protected:
             return 3;
         const Deadline deadline = In(time);
         const auto found = second.FindRunningInstance(deadline);
-        if (!found)
-            return 2;
-        return second.Send(*found, {.dwData = 0, .bytes = bytes}, deadline) ? 0 : 1;
+        return found && second.Send(*found, {.dwData = 0, .bytes = bytes}, deadline) ? 0 : 1;
     }
 
-    /// A connection to the listening player; closed if it failed.
-    FileHandle Connect() const
+    /// Where the player of this process listens.
+    std::string Socket() const
     {
-        const std::string socket = PrepareInstancePaths(environment)->SocketOf(Id());
-        return std::move(ConnectTo(socket, In(1s)).handle);
+        return PrepareInstancePaths(environment)->SocketOf(static_cast<unsigned>(::getpid()));
     }
 
-    static unsigned Id() { return static_cast<unsigned>(::getpid()); }
+    /// A connection to the listening player over which these bytes went.
+    FileHandle Client(const std::string& bytes) const
+    {
+        FileHandle handle = std::move(ConnectTo(Socket(), In(Patience)).handle);
+        EXPECT_EQ(::send(handle.Get(), bytes.data(), bytes.size(), MSG_NOSIGNAL),
+                  static_cast<ssize_t>(bytes.size()));
+        return handle;
+    }
 
     test::TempDir dir;
     Environment environment;
@@ -96,14 +101,12 @@ TEST_F(LinuxInstanceTest, ALoadingPlayerAnswersOnceItHasItsWindow)
         LinuxInstance own(environment, watcher);
         if (own.CreateInstanceMutex(MutexName) || !started.Give())
             return 1;
-        const auto found = own.FindRunningInstance(In(10s));
-        if (!found || !own.IsWindowVisible(*found, In(10s)))
-            return 2;
-        if (own.IsWindowVisible(*found, In(10s))) // not the second time
-            return 3;
-        if (!own.Send(*found, {.dwData = 0, .bytes = "dropped"}, In(10s)))
-            return 4;
-        return own.ActivateWindow(*found, In(10s)) ? 0 : 5;
+        const auto found = own.FindRunningInstance(In(Patience));
+        const bool isTold = found && own.IsWindowVisible(*found, In(Patience))
+                            && !own.IsWindowVisible(*found, In(Patience)) // not the second time
+                            && own.Send(*found, {.dwData = 0, .bytes = "dropped"}, In(Patience))
+                            && own.ActivateWindow(*found, In(Patience));
+        return isTold ? 0 : 2;
     });
     ASSERT_TRUE(started.Take());
     ports::InstanceEvents events = Events();
@@ -133,7 +136,6 @@ TEST_F(LinuxInstanceTest, APlayerThatLoadsOrHangsCostsTheSenderItsTimeOnly)
 
 TEST_F(LinuxInstanceTest, DeadSocketsAreRemovedAndTheHolderComesFirst)
 {
-    const std::string run = dir("home/.run/");
     const test::Signal ready;
     const auto live = [&](bool holds) {
         return test::ChildProcess([&, holds] {
@@ -153,22 +155,22 @@ TEST_F(LinuxInstanceTest, DeadSocketsAreRemovedAndTheHolderComesFirst)
 
     LinuxInstance third(environment, watcher);
     ASSERT_FALSE(third.CreateInstanceMutex(MutexName));
+    const std::string run = dir("home/.run/");
     const std::string holders = run + std::to_string(holder.Id()) + ".sock";
     const std::string newers = run + std::to_string(newer.Id()) + ".sock";
-    EXPECT_EQ(third.FindRunningInstance(In(10s))->address, holders);
+    EXPECT_EQ(third.FindRunningInstance(In(Patience))->address, holders);
     holder.Kill();
-    EXPECT_EQ(third.FindRunningInstance(In(10s))->address, newers);
+    EXPECT_EQ(third.FindRunningInstance(In(Patience))->address, newers);
     EXPECT_FALSE(fs::exists(holders)) << "left by the kill";
     newer.Kill();
-    EXPECT_FALSE(third.FindRunningInstance(In(10s)).has_value());
+    EXPECT_FALSE(third.FindRunningInstance(In(Patience)).has_value());
     EXPECT_FALSE(fs::exists(newers));
 
     EXPECT_TRUE(third.CreateInstanceMutex(MutexName)) << "freed by the kill";
     third.MarkMainWindow({});
-    const std::string own = PrepareInstancePaths(environment)->SocketOf(Id());
-    EXPECT_TRUE(fs::exists(own));
+    EXPECT_TRUE(fs::exists(Socket()));
     third.ReleaseInstance();
-    EXPECT_FALSE(fs::exists(own));
+    EXPECT_FALSE(fs::exists(Socket()));
 }
 
 TEST_F(LinuxInstanceTest, HostileClientsHoldUpNoRecord)
@@ -182,10 +184,7 @@ TEST_F(LinuxInstanceTest, HostileClientsHoldUpNoRecord)
                                     "GET / HTTP/1.0\r\n"};
     std::list<FileHandle> clients;
     for (int i = 0; i < 200; ++i) {
-        clients.push_back(Connect());
-        ASSERT_TRUE(clients.back().IsOpen());
-        const std::string& opening = openings[i % 4];
-        ::send(clients.back().Get(), opening.data(), opening.size(), 0);
+        clients.push_back(Client(openings[i % 4]));
         if (i % 5 == 4)
             clients.pop_back();
         // The player goes on between the clients, so that its queue does not fill.
@@ -195,7 +194,7 @@ TEST_F(LinuxInstanceTest, HostileClientsHoldUpNoRecord)
     EXPECT_EQ(::recv(clients.front().Get(), &byte, 1, MSG_DONTWAIT), 0) << "the oldest gives way";
     // More than a socket holds: it goes out while the player reads.
     const std::string record = std::string(1, '\0') + "\xFF\n/x" + std::string(300'000, 'x');
-    test::ChildProcess sender([&] { return HandOver(record, 10s); });
+    test::ChildProcess sender([&] { return HandOver(record, Patience); });
     EXPECT_TRUE(watcher.RunUntil([&] { return !records.empty(); }));
     EXPECT_EQ(sender.Wait(), 0);
     EXPECT_EQ(records, std::vector<std::string>{record});
@@ -205,12 +204,7 @@ TEST_F(LinuxInstanceTest, AHandlerMayServeEventsOrEndThePlayer)
 {
     LinuxInstance player(environment, watcher);
     std::list<FileHandle> clients;
-    const auto send = [&](const std::string& bytes) {
-        clients.push_back(Connect());
-        const std::string request = Request(bytes);
-        EXPECT_EQ(::send(clients.back().Get(), request.data(), request.size(), 0),
-                  static_cast<ssize_t>(request.size()));
-    };
+    const auto send = [&](const char* bytes) { clients.push_back(Client(Request(bytes))); };
     ports::InstanceEvents events = Events();
     events.handOver = [&](const ports::HandOverRecord& record) {
         records.push_back(record.bytes + " begins");
@@ -237,7 +231,7 @@ TEST_F(LinuxInstanceTest, AnotherUserIsNotServed)
         GTEST_SKIP() << "only the superuser can become another user";
     LinuxInstance player(environment, watcher);
     player.MarkMainWindow(Events());
-    const std::string socket = PrepareInstancePaths(environment)->SocketOf(Id());
+    const std::string socket = Socket();
     for (const std::string& path : {dir(), dir("home"), dir("home/.run"), socket})
         ::chmod(path.c_str(), 0777);
     const test::Signal sent;
@@ -250,17 +244,14 @@ TEST_F(LinuxInstanceTest, AnotherUserIsNotServed)
             || ::connect(handle.Get(), reinterpret_cast<sockaddr*>(&address), sizeof(address)) != 0)
             return 2;
         // The sender refuses a player of another user, too.
-        if (ConnectTo(socket, In(1s)).result != ConnectResult::Other)
-            return 3;
+        const bool isRefused = ConnectTo(socket, In(Patience)).result == ConnectResult::Other;
         const std::string request = Request("forged");
         ::send(handle.Get(), request.data(), request.size(), MSG_NOSIGNAL);
         char answer = 0;
-        return sent.Give() && ::recv(handle.Get(), &answer, 1, 0) == 1 ? 1 : 0;
+        return sent.Give() && isRefused && ::recv(handle.Get(), &answer, 1, 0) != 1 ? 0 : 1;
     });
     ASSERT_TRUE(sent.Take());
-    const FileHandle own = Connect();
-    const std::string request = Request("ours");
-    ::send(own.Get(), request.data(), request.size(), 0);
+    const FileHandle own = Client(Request("ours"));
     EXPECT_TRUE(watcher.RunUntil([&] { return !records.empty(); }));
     EXPECT_EQ(stranger.Wait(), 0);
     EXPECT_EQ(records, std::vector<std::string>{"ours"});

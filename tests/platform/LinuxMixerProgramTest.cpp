@@ -4,10 +4,8 @@
 
 #include <gmock/gmock.h>
 
-#include <chrono>
 #include <cstdlib>
-#include <sstream>
-#include <thread>
+#include <fstream>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -43,22 +41,16 @@ TEST(MixerProgram, IsStartedDetached)
 {
     const test::TempDir directory;
     const std::string program = directory.Write(
-        "pavucontrol",
-        "#!/bin/sh\ncut -d' ' -f1,4,6 /proc/$$/stat > \"$0.new\"; mv \"$0.new\" \"$0.out\"\n");
+        "pavucontrol", "#!/bin/sh\nexec cut -d' ' -f4,6 /proc/self/stat > \"$0.out\"\n");
     ::chmod(program.c_str(), 0755);
-    const std::string before = ::getenv("PATH");               // NOLINT(concurrency-mt-unsafe)
-    ::setenv("PATH", (directory() + ":" + before).c_str(), 1); // NOLINT(concurrency-mt-unsafe)
+    ::mkfifo(directory("pavucontrol.out").c_str(), 0600);
+    const std::string before = ::getenv("PATH");
+    ::setenv("PATH", (directory() + ":" + before).c_str(), 1);
     LinuxMixerProgram().Start();
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-    while (directory.Read("pavucontrol.out").empty() && std::chrono::steady_clock::now() < deadline)
-        std::this_thread::yield();
-    ::setenv("PATH", before.c_str(), 1); // NOLINT(concurrency-mt-unsafe)
-    std::istringstream words(directory.Read("pavucontrol.out"));
-    pid_t process = 0;
-    pid_t parent = 0;
-    pid_t session = 0;
-    words >> process >> parent >> session;
-    EXPECT_GT(process, 0);
+    pid_t parent = ::getpid();
+    pid_t session = ::getsid(0);
+    std::ifstream(directory("pavucontrol.out")) >> parent >> session; // waits for the program
+    ::setenv("PATH", before.c_str(), 1);
     EXPECT_NE(parent, ::getpid());
     EXPECT_NE(session, ::getsid(0));
 }

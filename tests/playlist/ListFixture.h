@@ -21,16 +21,6 @@ struct ListFixture : FakePlayer
     };
     AddingDialogs addingDialogs{addingModules, playlist, tracks, settings, files, dialogs};
 
-    void Set(const char* section, const char* key, const std::string& value)
-    {
-        settings.WriteSetting(section, key, value);
-    }
-
-    std::string Get(const char* section, const char* key)
-    {
-        return settings.ReadSetting(section, key, "");
-    }
-
     /// Rows of those texts, with as many seconds of length as their number, "/m/<text>" as path.
     void Fill(const std::vector<std::string>& texts)
     {

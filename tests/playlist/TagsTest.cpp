@@ -1,6 +1,6 @@
 #include "support/FakePlayer.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 namespace velmo {
 namespace {
@@ -23,7 +23,6 @@ TEST(Tags, OfEachFieldTheLongerTagWinsAndId3v1WhereBothAreAsLong)
     expect({"same", "size"}, {"SAME", "SIZE"}, "SAME - SIZE");
     expect({"éé", "t"}, {"abc", "t"}, "abc - t"); // characters count, not bytes
     expect({"ABBA", ""}, {"", ""}, "ABBA");
-    expect({"", "Title"}, {"", ""}, "Title");
     expect({"A-", ""}, {"", ""}, "A-");
     expect({"", "- "}, {"", ""}, "");
 }
@@ -42,15 +41,10 @@ TEST(Tags, TitleAndLengthComeFromOneOpeningThatIsClosedAgain)
     EXPECT_EQ(title + length, "") << "no name in place of a title";
     player.bass.calls.clear();
     EXPECT_TRUE(player.tags.ReadFileTitleAndLength("/m/tune.xm", title, length));
-    EXPECT_EQ(title, "tun");
-    EXPECT_EQ(length, "01:02");
-    EXPECT_THAT(player.bass.calls,
-                ::testing::ElementsAre("BASS_StreamCreateFile /m/tune.xm",
-                                       "BASS_StreamCreateURL",
-                                       "BASS_MusicLoad /m/tune.xm",
-                                       "BASS_ChannelStop 103",
-                                       "BASS_StreamFree 103",
-                                       "BASS_MusicFree 103"));
+    EXPECT_EQ(title + " " + length, "tun 01:02");
+    EXPECT_EQ(player.bass.TakeCalls(),
+              "BASS_StreamCreateFile /m/tune.xm; BASS_StreamCreateURL; BASS_MusicLoad /m/tune.xm; "
+              "BASS_ChannelStop 103; BASS_StreamFree 103; BASS_MusicFree 103");
     player.tagLibrary.missing = true;
     EXPECT_THROW(player.tags.ReadFileTitle(path), RunError);
     EXPECT_TRUE(player.bass.channels.empty());

@@ -5,6 +5,7 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using Numbers = std::deque<float>;
 
 /// A list of the tracks a, b and c, each 10 seconds long, whose second row plays.
 class Dj : public SoundTest
@@ -23,52 +24,62 @@ protected:
         m_player.tracks.PlayTrack(m_rows.Row(row).Path);
     }
 
-    std::size_t Row() const { return m_rows.SelectedEntry(); }
-    bool RowPlays() const { return Sounding() == std::vector<std::string>{m_rows.Row(Row()).Path}; }
+    /// The selected row, whether it plays, and whether the list still waits for an advance.
+    std::string State() const
+    {
+        const std::size_t row = m_rows.SelectedEntry();
+        const bool plays = Sounding() == std::vector<std::string>{m_rows.Row(row).Path};
+        return "row " + std::to_string(row) + (plays ? " plays" : "")
+               + (m_state.AdvanceRequested ? ", waits" : "")
+               + (m_wmain.tmrBASS.Enabled ? "" : ", monitor off");
+    }
+
+    /// What there is behind the end of row 2 if `row` is selected by then.
+    std::string After2(const char* method, std::size_t row, const Numbers& numbers = {})
+    {
+        m_player.Set("DJ", "Method", method);
+        m_state.AdvanceRequested = false;
+        PlayRow(2);
+        m_player.list.DeselectAllEntries();
+        m_rows.Mark(row);
+        m_player.random.numbers = numbers;
+        TimeAfter(11);
+        EXPECT_THAT(m_player.random.numbers, IsEmpty());
+        return State();
+    }
+
+    /// What a crossfade opens, with `PlayIndex` in front, which was 9.
+    std::string Prepared(const char* method, std::size_t row, const Numbers& numbers = {})
+    {
+        m_player.Set("DJ", "Method", method);
+        m_state.PlayIndex = 9;
+        m_state.AdvanceRequested = true;
+        m_state.NextChannel = 0;
+        m_rows.Mark(row);
+        m_player.random.numbers = numbers;
+        std::string outcome;
+        try {
+            m_player.dj.PrepareNextTrack();
+        } catch (const std::out_of_range&) {
+            outcome = " fails";
+        }
+        const auto next = m_player.bass.channels.find(m_state.NextChannel);
+        if (next != m_player.bass.channels.end())
+            outcome += " " + next->second.path;
+        return std::to_string(m_state.PlayIndex) + outcome
+               + (m_state.AdvanceRequested ? "" : " ends the run");
+    }
 };
 
 TEST_F(Dj, WhatFollowsATrackByTheMethod)
 {
-    struct Case
-    {
-        const char* what;
-        const char* method;
-        std::size_t row;
-        std::deque<float> numbers;
-        bool plays;
-        std::size_t rowAfter;
-        bool requestedAfter;
-    };
-    const Case cases[] = {
-        {"manual",                           "1", 2, {},           false, 2, false},
-        {"repeat",                           "2", 2, {},           true,  2, false},
-        {"repeat goes by the row",           "2", 3, {},           true,  3, false},
-        {"down",                             "3", 2, {},           true,  3, false},
-        {"down from the last",               "3", 3, {},           false, 3, false},
-        {"up",                               "4", 2, {},           true,  1, false},
-        {"up from the first",                "4", 1, {},           false, 1, true },
-        {"random",                           "5", 2, {0.9F},       true,  3, false},
-        {"random hits what played, redraws", "",  2, {0.6F, 0.3F}, true,  1, false},
-        {"random pick 0",                    "5", 2, {0.1F},       false, 2, true },
-        {"random redraw 0",                  "5", 2, {0.6F, 0.1F}, false, 2, true },
-        {"selected",                         "7", 3, {},           true,  3, false},
-        {"unknown is selected",              "x", 1, {},           true,  1, false},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.what);
-        Set("DJ", "Method", c.method);
-        m_state.AdvanceRequested = false;
-        PlayRow(2);
-        m_player.list.DeselectAllEntries();
-        m_rows.Mark(c.row);
-        m_player.random.numbers = c.numbers;
-        TimeAfter(11);
-        EXPECT_EQ(RowPlays(), c.plays);
-        EXPECT_EQ(Row(), c.rowAfter);
-        EXPECT_EQ(m_state.AdvanceRequested, c.requestedAfter);
-        EXPECT_EQ(m_wmain.tmrBASS.Enabled, c.plays);
-        EXPECT_THAT(m_player.random.numbers, IsEmpty());
-    }
+    EXPECT_EQ(After2("2", 3), "row 3 plays") << "repeat goes by the row";
+    EXPECT_EQ(After2("3", 3), "row 3, monitor off") << "down from the last";
+    EXPECT_EQ(After2("4", 1), "row 1, waits, monitor off") << "up from the first";
+    EXPECT_EQ(After2("", 2, {0.6F, 0.3F}), "row 1 plays") << "random redraws what has played";
+    EXPECT_EQ(After2("5", 2, {0.1F}), "row 2, waits, monitor off") << "random pick 0";
+    EXPECT_EQ(After2("5", 2, {0.6F, 0.1F}), "row 2, waits, monitor off") << "redraw 0";
+    EXPECT_EQ(After2("x", 1), "row 1 plays") << "unknown is selected";
     EXPECT_THAT(m_player.random.seeds, ::testing::Each(43200)) << "each run is seeded by the clock";
 }
 
@@ -78,72 +89,38 @@ TEST_F(Dj, OneRowOfWhatPlayedEndsARandomRunAndManyEndItAfterManyDraws)
     m_rows.Remove(1);
     m_player.random.numbers = {0.9F};
     TimeAfter(11);
-    EXPECT_THAT(Sounding(), IsEmpty());
-    EXPECT_FALSE(m_state.AdvanceRequested);
-    Set("DJ", "AssureNotTheSame", "False");
+    EXPECT_EQ(State(), "row 1, monitor off");
+    m_player.Set("DJ", "AssureNotTheSame", "False");
     PlayRow(1);
     m_player.random.numbers = {0.9F};
     TimeAfter(11);
-    EXPECT_TRUE(RowPlays());
+    EXPECT_EQ(State(), "row 1 plays");
 
     // Rows of one path only, and never the pick 0.
-    Set("DJ", "AssureNotTheSame", "True");
+    m_player.Set("DJ", "AssureNotTheSame", "True");
     AddRow("/m/b.mp3", 10);
-    for (const bool overlap : {false, true}) {
-        Set("DJ", "CrossFade", overlap ? "True" : "False");
-        m_player.random.numbers.assign(20000, 0.9F);
-        m_state.AdvanceRequested = false;
-        m_player.tracks.PlayTrack("/m/b.mp3");
-        m_state.PlayIndex = 1;
-        TimeAfter(overlap ? 10 : 11);
-        EXPECT_EQ(m_player.random.numbers.size(), 10000U);
-        EXPECT_EQ(m_state.AdvanceRequested, !overlap);
-        EXPECT_EQ(m_state.PlayIndex, overlap ? 0 : 1);
-    }
+    m_player.random.numbers.assign(20000, 0.9F);
+    TimeAfter(11);
+    EXPECT_EQ(m_player.random.numbers.size(), 10000U);
+    EXPECT_EQ(State(), "row 2, waits, monitor off");
+    EXPECT_EQ(Prepared("5", 1, Numbers(20000, 0.9F)), "0 fails");
 }
 
 TEST_F(Dj, PreparationWalksTheOtherWay)
 {
-    struct Case
-    {
-        const char* method;
-        std::size_t row;
-        std::deque<float> numbers;
-        int index;            ///< `PlayIndex` after it; 9 before
-        const char* prepared; ///< empty: nothing was opened
-        bool fails;
-    };
-    const Case cases[] = {
-        {"3", 2, {},           1, "/m/a.mp3", false},
-        {"3", 1, {},           0, "",         true }, // the test is that of the other direction
-        {"3", 3, {},           9, "",         false},
-        {"4", 2, {},           3, "/m/c.mp3", false},
-        {"4", 3, {},           4, "",         true },
-        {"5", 2, {0.3F},       1, "/m/a.mp3", false},
-        {"6", 2, {0.6F, 0.9F}, 3, "/m/c.mp3", false},
-        {"5", 2, {0.1F},       0, "",         true },
-        {"7", 3, {},           3, "/m/c.mp3", false},
-        {"1", 2, {},           9, "",         true }, // the index of old
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(std::string(c.method) + " at " + std::to_string(c.row));
-        Set("DJ", "Method", c.method);
-        m_state.PlayIndex = 9;
-        m_state.AdvanceRequested = true;
-        m_state.NextChannel = 0;
-        m_rows.Mark(c.row);
-        m_player.random.numbers = c.numbers;
-        if (c.fails)
-            EXPECT_THROW(m_player.dj.PrepareNextTrack(), std::out_of_range);
-        else
-            m_player.dj.PrepareNextTrack();
-        EXPECT_EQ(m_state.PlayIndex, c.index);
-        const auto next = m_player.bass.channels.find(m_state.NextChannel);
-        EXPECT_EQ(next == m_player.bass.channels.end() ? "" : next->second.path, c.prepared);
-        EXPECT_EQ(m_state.AdvanceRequested, *c.prepared != '\0' || c.fails);
-    }
+    EXPECT_EQ(Prepared("3", 2), "1 /m/a.mp3");
+    EXPECT_EQ(Prepared("3", 1), "0 fails") << "the test is that of the other direction";
+    EXPECT_EQ(Prepared("3", 3), "9 ends the run");
+    EXPECT_EQ(Prepared("4", 2), "3 /m/c.mp3");
+    EXPECT_EQ(Prepared("4", 3), "4 fails");
+    EXPECT_EQ(Prepared("5", 2, {0.3F}), "1 /m/a.mp3");
+    EXPECT_EQ(Prepared("6", 2, {0.6F, 0.9F}), "3 /m/c.mp3");
+    EXPECT_EQ(Prepared("5", 2, {0.1F}), "0 fails");
+    EXPECT_EQ(Prepared("7", 3), "3 /m/c.mp3");
+    EXPECT_EQ(Prepared("1", 2), "9 fails") << "the index of old";
     m_rows.Clear();
-    Set("DJ", "Method", "7");
+    m_state.AdvanceRequested = true;
+    m_player.Set("DJ", "Method", "7");
     m_player.dj.PrepareNextTrack();
     EXPECT_FALSE(m_state.AdvanceRequested);
 }
@@ -155,46 +132,32 @@ TEST_F(Dj, ABadFileCostsASecondAndTheMethodSaysWhatFollows)
     AddRow("/m/a.mp3", 100);
     AddRow("/m/bad.mp3", 0);
     AddRow("/m/c.mp3", 100);
-    struct Case
-    {
-        const char* method;
-        std::deque<float> numbers;
-        std::size_t row; ///< after two ticks
-        bool plays;      ///< the row's file
-        bool monitorRuns;
-    };
-    const Case cases[] = {
-        {"1", {},     2, false, false}, // off at the first tick
-        {"2", {},     2, false, true }, // again and again
-        {"3", {},     3, true,  true },
-        {"4", {},     1, true,  true },
-        {"5", {0.9F}, 3, true,  true },
-        {"7", {},     2, false, true }, // again and again
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.method);
-        Set("DJ", "Method", c.method);
-        m_player.random.numbers = c.numbers;
+    const auto expect = [this](const char* method, const char* afterTwoTicks) {
+        m_player.Set("DJ", "Method", method);
+        m_player.random.numbers = {0.9F};
         m_state.AdvanceRequested = false;
         PlayRow(2);
         EXPECT_TRUE(m_wmain.tmrBASS.Enabled);
         TimeAfter(1);
         TimeAfter(1);
-        EXPECT_EQ(Row(), c.row);
-        EXPECT_EQ(RowPlays(), c.plays);
-        EXPECT_EQ(m_wmain.tmrBASS.Enabled, c.monitorRuns);
+        EXPECT_EQ(State(), afterTwoTicks) << method;
         EXPECT_FALSE(m_player.errMGR.Visible);
-    }
+    };
+    expect("1", "row 2, monitor off");
+    expect("2", "row 2"); // again and again
+    expect("3", "row 3 plays");
+    expect("4", "row 1 plays");
+    expect("5", "row 3 plays");
+    expect("7", "row 2");
     // Method 6 removes it like one that played.
-    Set("DJ", "Method", "6");
+    m_player.Set("DJ", "Method", "6");
     m_player.random.numbers = {0.6F, 0.9F};
     m_player.tracks.PlayTrack("/m/gone.mp3");
     TimeAfter(1);
     EXPECT_EQ(m_state.CurrentFile, "/m/bad.mp3");
     TimeAfter(1);
     EXPECT_THAT(Sounding(), ElementsAre("/m/c.mp3"));
-    ASSERT_EQ(m_rows.Count(), 1U);
-    EXPECT_EQ(m_rows.Row(1).Path, "/m/a.mp3");
+    EXPECT_EQ(m_rows.Count(), 1U);
 }
 
 } // namespace

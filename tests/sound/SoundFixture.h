@@ -20,17 +20,6 @@ protected:
         m_rows.Add({.Text = path, .Length = "", .Path = path});
     }
 
-    void Set(const char* section, const char* key, const std::string& value)
-    {
-        m_player.settings.WriteSetting(section, key, value);
-    }
-
-    void Overlap(const char* delay)
-    {
-        Set("DJ", "CrossFade", "True");
-        Set("DJ", "CrossFadeDelay", delay);
-    }
-
     /// `seconds` later the monitor ticks, if it is on. What `lblTime` then shows.
     std::string TimeAfter(double seconds)
     {

@@ -3,6 +3,7 @@
 #include <csignal>
 #include <functional>
 
+#include <sys/eventfd.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -58,37 +59,28 @@ private:
     pid_t m_id;
 };
 
-/// A pipe on which one process tells others that they may go on.
+/// On which one process tells others that they may go on.
 class Signal final
 {
 public:
-    Signal()
-    {
-        if (::pipe(m_ends) != 0)
-            m_ends[0] = m_ends[1] = -1;
-    }
+    ~Signal() { ::close(m_counter); }
 
-    ~Signal()
-    {
-        ::close(m_ends[0]);
-        ::close(m_ends[1]);
-    }
-
+    Signal() = default;
     Signal(const Signal&) = delete;
     Signal& operator=(const Signal&) = delete;
 
-    /// True once it was written.
-    bool Give() const { return ::write(m_ends[1], "x", 1) == 1; }
+    /// True once it was given.
+    bool Give() const { return ::eventfd_write(m_counter, 1) == 0; }
 
     /// Waits for one `Give`.
     bool Take() const
     {
-        char byte = 0;
-        return ::read(m_ends[0], &byte, 1) == 1;
+        eventfd_t count = 0;
+        return ::eventfd_read(m_counter, &count) == 0;
     }
 
 private:
-    int m_ends[2] = {-1, -1};
+    int m_counter = ::eventfd(0, EFD_SEMAPHORE);
 };
 
 } // namespace velmo::test

@@ -1,10 +1,12 @@
 #include "FakeBass.h"
 
-#include "core/NumberText.h"
 #include "core/UnicodePath.h"
 
 #include <algorithm>
 #include <cstring>
+#include <iomanip>
+#include <sstream>
+#include <utility>
 
 namespace velmo::test {
 
@@ -20,41 +22,36 @@ FakeBass::Channel* Find(DWORD handle)
     return found == current->channels.end() ? nullptr : &found->second;
 }
 
-void Note(std::string call)
+/// Writes a call down with the arguments that matter. 1, as of a call that succeeds.
+template<typename... Arguments>
+BOOL Note(const char* call, const Arguments&... arguments)
 {
-    current->calls.push_back(std::move(call));
+    std::ostringstream text;
+    text << call;
+    ((text << ' ' << arguments), ...);
+    current->calls.push_back(std::move(text).str());
+    return 1;
 }
 
-std::string Text(DWORD handle)
-{
-    return std::to_string(handle);
-}
-
-DWORD Open(const char* call, const void* file, DWORD flags, bool module)
+DWORD Open(const char* call, const void* file, bool module)
 {
     const std::string path = FromUtf16(static_cast<const char16_t*>(file));
-    Note(std::string(call) + " " + path);
+    Note(call, path);
     const auto sound = current->sounds.find(path);
     if (sound == current->sounds.end() || sound->second.isModule != module)
         return 0;
     const DWORD handle = current->nextHandle++;
-    current->channels[handle] = {.path = path,
-                                 .seconds = sound->second.seconds,
-                                 .position = 0,
-                                 .state = BASS_ACTIVE_STOPPED,
-                                 .isModule = module,
-                                 .flags = flags};
+    current->channels[handle] = {
+        .path = path, .seconds = sound->second.seconds, .isModule = module};
     return handle;
 }
 
 BOOL FreeKind(const char* call, DWORD handle, bool module)
 {
-    Note(call + (" " + Text(handle)));
+    Note(call, handle);
     const FakeBass::Channel* channel = Find(handle);
-    if (channel == nullptr || channel->isModule != module)
-        return 0;
-    current->channels.erase(handle);
-    return 1;
+    return channel != nullptr && channel->isModule == module
+           && current->channels.erase(handle) != 0;
 }
 
 QWORD Bytes(double seconds)
@@ -67,21 +64,17 @@ void FillDevice(modBass& table)
     table.BASS_GetVersion = []() noexcept { return current->version; };
     table.BASS_ErrorGetCode = []() noexcept -> int { return BASS_ERROR_HANDLE; };
     table.BASS_Init = [](int device, DWORD freq, DWORD flags, void*, void*) noexcept -> BOOL {
-        Note("BASS_Init " + std::to_string(device) + " " + Text(freq) + " " + Text(flags));
+        Note("BASS_Init", device, freq, flags);
         return current->initSucceeds ? 1 : 0;
     };
-    table.BASS_Free = []() noexcept -> BOOL {
-        Note("BASS_Free");
+    table.BASS_Free = []() noexcept {
         current->channels.clear();
-        return 1;
+        return Note("BASS_Free");
     };
-    table.BASS_Stop = []() noexcept -> BOOL {
-        Note("BASS_Stop");
-        return 1;
-    };
+    table.BASS_Stop = []() noexcept { return Note("BASS_Stop"); };
     table.BASS_GetVolume = []() noexcept { return current->volume; };
     table.BASS_SetVolume = [](float volume) noexcept -> BOOL {
-        Note("BASS_SetVolume " + PlainNumber(static_cast<double>(volume)));
+        Note("BASS_SetVolume", volume);
         if (volume < 0 || volume > 1)
             return 0;
         current->volume = volume;
@@ -89,40 +82,28 @@ void FillDevice(modBass& table)
     };
 }
 
-std::string Signed(DWORD value)
-{
-    return std::to_string(static_cast<std::int32_t>(value));
-}
-
 void FillOptions(modBass& table)
 {
-    table.BASS_SetConfig = [](DWORD option, DWORD value) noexcept -> BOOL {
-        Note("BASS_SetConfig " + Text(option) + " " + Signed(value));
-        return 1;
+    table.BASS_SetConfig = [](DWORD option, DWORD value) noexcept {
+        return Note("BASS_SetConfig", option, static_cast<std::int32_t>(value));
     };
-    table.BASS_SetConfigPtr = [](DWORD option, const void* value) noexcept -> BOOL {
-        Note("BASS_SetConfigPtr " + Text(option) + " '" + static_cast<const char*>(value) + "'");
-        return 1;
+    table.BASS_SetConfigPtr = [](DWORD option, const void* value) noexcept {
+        return Note(
+            "BASS_SetConfigPtr", option, std::quoted(static_cast<const char*>(value), '\''));
     };
-    table.BASS_GetInfo = [](BASS_INFO* info) noexcept -> BOOL {
-        Note("BASS_GetInfo");
+    table.BASS_GetInfo = [](BASS_INFO* info) noexcept {
         info->eax = 1;
-        return 1;
+        return Note("BASS_GetInfo");
     };
-    table.BASS_SetEAXParameters =
-        [](int room, float volume, float decay, float damp) noexcept -> BOOL {
-        std::string call = "BASS_SetEAXParameters " + std::to_string(room);
-        for (const float value : {volume, decay, damp})
-            call += " " + PlainNumber(static_cast<double>(value));
-        Note(std::move(call));
-        return 1;
+    table.BASS_SetEAXParameters = [](int room, float volume, float decay, float damp) noexcept {
+        return Note("BASS_SetEAXParameters", room, volume, decay, damp);
     };
 }
 
 void FillPlugins(modBass& table)
 {
     table.BASS_PluginLoad = [](const char* file, DWORD flags) noexcept -> HPLUGIN {
-        Note(std::string("BASS_PluginLoad ") + file + " " + Text(flags));
+        Note("BASS_PluginLoad", file, flags);
         const auto plugin = current->plugins.find(file);
         if (plugin == current->plugins.end())
             return 0;
@@ -137,18 +118,18 @@ void FillPlugins(modBass& table)
         return plugin == current->loadedPlugins.end() ? nullptr : &plugin->second;
     };
     table.BASS_PluginFree = [](HPLUGIN handle) noexcept -> BOOL {
-        Note("BASS_PluginFree " + Text(handle));
+        Note("BASS_PluginFree", handle);
         return current->loadedPlugins.erase(handle) != 0 ? 1 : 0;
     };
 }
 
 void FillOpening(modBass& table)
 {
-    table.BASS_StreamCreateFile = [](BOOL, const void* file, QWORD, QWORD, DWORD flags) noexcept {
-        return Open("BASS_StreamCreateFile", file, flags, false);
+    table.BASS_StreamCreateFile = [](BOOL, const void* file, QWORD, QWORD, DWORD) noexcept {
+        return Open("BASS_StreamCreateFile", file, false);
     };
-    table.BASS_MusicLoad = [](BOOL, const void* file, QWORD, DWORD, DWORD flags, DWORD) noexcept {
-        return Open("BASS_MusicLoad", file, flags, true);
+    table.BASS_MusicLoad = [](BOOL, const void* file, QWORD, DWORD, DWORD, DWORD) noexcept {
+        return Open("BASS_MusicLoad", file, true);
     };
     table.BASS_StreamCreateURL = [](const char*, DWORD, DWORD, void*, void*) noexcept -> HSTREAM {
         Note("BASS_StreamCreateURL");
@@ -165,7 +146,7 @@ void FillOpening(modBass& table)
 void FillTransport(modBass& table)
 {
     table.BASS_ChannelPlay = [](DWORD handle, BOOL restart) noexcept -> BOOL {
-        Note("BASS_ChannelPlay " + Text(handle));
+        Note("BASS_ChannelPlay", handle);
         FakeBass::Channel* channel = Find(handle);
         if (channel == nullptr)
             return 0;
@@ -174,7 +155,7 @@ void FillTransport(modBass& table)
         return 1;
     };
     table.BASS_ChannelPause = [](DWORD handle) noexcept -> BOOL {
-        Note("BASS_ChannelPause " + Text(handle));
+        Note("BASS_ChannelPause", handle);
         FakeBass::Channel* channel = Find(handle);
         if (channel == nullptr || channel->state != BASS_ACTIVE_PLAYING)
             return 0;
@@ -182,7 +163,7 @@ void FillTransport(modBass& table)
         return 1;
     };
     table.BASS_ChannelStop = [](DWORD handle) noexcept -> BOOL {
-        Note("BASS_ChannelStop " + Text(handle));
+        Note("BASS_ChannelStop", handle);
         return current->channels.erase(handle) != 0 ? 1 : 0;
     };
     table.BASS_ChannelIsActive = [](DWORD handle) noexcept {
@@ -198,7 +179,7 @@ void FillPosition(modBass& table)
         return channel == nullptr ? ~QWORD{0} : Bytes(channel->position);
     };
     table.BASS_ChannelSetPosition = [](DWORD handle, QWORD position, DWORD) noexcept -> BOOL {
-        Note("BASS_ChannelSetPosition " + Text(handle) + " " + std::to_string(position));
+        Note("BASS_ChannelSetPosition", handle, position);
         FakeBass::Channel* channel = Find(handle);
         if (channel == nullptr || position > Bytes(channel->seconds))
             return 0;
@@ -225,7 +206,7 @@ void FillPosition(modBass& table)
         return 1;
     };
     table.BASS_ChannelGetAttribute = [](DWORD handle, DWORD, float* value) noexcept -> BOOL {
-        Note("BASS_ChannelGetAttribute " + Text(handle));
+        Note("BASS_ChannelGetAttribute", handle);
         *value = 44100;
         return Find(handle) == nullptr ? 0 : 1;
     };
@@ -242,20 +223,19 @@ FakeBass::Effect* FindEffect(HFX handle)
 void FillEffects(modBass& table)
 {
     table.BASS_ChannelSetFX = [](DWORD handle, DWORD type, int priority) noexcept -> HFX {
-        Note("BASS_ChannelSetFX " + Text(handle) + " " + Text(type) + " "
-             + std::to_string(priority));
+        Note("BASS_ChannelSetFX", handle, type, priority);
         if (Find(handle) == nullptr)
             return 0;
         current->effects[current->nextEffect].channel = handle;
         return current->nextEffect++;
     };
     table.BASS_ChannelRemoveFX = [](DWORD handle, HFX effect) noexcept -> BOOL {
-        Note("BASS_ChannelRemoveFX " + Text(handle) + " " + Text(effect));
+        Note("BASS_ChannelRemoveFX", handle, effect);
         return current->effects.erase(effect) != 0 ? 1 : 0;
     };
     table.BASS_FXSetParameters = [](HFX handle, const void* record) noexcept -> BOOL {
         const auto& band = *static_cast<const BASS_BFX_PEAKEQ*>(record);
-        Note("BASS_FXSetParameters " + Text(handle) + " " + std::to_string(band.lBand));
+        Note("BASS_FXSetParameters", handle, band.lBand);
         FakeBass::Effect* effect = FindEffect(handle);
         if (effect != nullptr)
             effect->bands[band.lBand] = band;
@@ -274,7 +254,7 @@ void FillEffects(modBass& table)
 void FillData(modBass& table)
 {
     table.BASS_ChannelGetData = [](DWORD handle, void* buffer, DWORD length) noexcept -> DWORD {
-        Note("BASS_ChannelGetData " + Text(handle) + " " + Text(length));
+        Note("BASS_ChannelGetData", handle, length);
         if (Find(handle) == nullptr)
             return ~DWORD{0};
         const bool isSpectrum = length == BASS_DATA_FFT2048;
@@ -315,6 +295,14 @@ modBass FakeBass::Table() const
 DWORD FakeBass::EffectsVersion() noexcept
 {
     return current->effectsVersion;
+}
+
+std::string FakeBass::TakeCalls()
+{
+    std::string all;
+    for (const std::string& call : std::exchange(calls, {}))
+        all += all.empty() ? call : "; " + call;
+    return all;
 }
 
 void FakeBass::Advance(double seconds)

@@ -34,6 +34,9 @@ public:
     /// `BASS_FX_GetVersion`, acting on this.
     static DWORD EffectsVersion() noexcept;
 
+    /// The calls so far, parted by "; ". They are forgotten then.
+    std::string TakeCalls();
+
     /// Lets that much time pass for all that plays.
     void Advance(double seconds);
 
@@ -54,7 +57,6 @@ public:
         double position = 0;
         DWORD state = BASS_ACTIVE_STOPPED;
         bool isModule = false;
-        DWORD flags = 0;
     };
     std::map<DWORD, Channel> channels; ///< those that are open
 

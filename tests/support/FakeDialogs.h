@@ -8,8 +8,7 @@
 
 namespace velmo::test {
 
-/// Message boxes that are answered at once with `answer` and kept; file dialogs that are answered
-/// with `choice` and kept.
+/// Message boxes are answered at once by "OK", file dialogs by `choice`; all are kept.
 class FakeDialogs final : public ports::Dialogs
 {
 public:
@@ -29,7 +28,7 @@ public:
         boxes.push_back({text, title, style});
         if (whileOpen)
             whileOpen(boxes.back());
-        return answer;
+        return ports::MessageAnswer::Ok;
     }
 
     ports::FileDialogAnswer ChooseFiles(const ports::FileDialog& dialog) override
@@ -47,7 +46,6 @@ public:
     void ServeEvents() override {}
 
     std::vector<Box> boxes;
-    ports::MessageAnswer answer = ports::MessageAnswer::Ok;
     std::vector<ports::FileDialog> fileDialogs;
     ports::FileDialogAnswer choice; ///< none: every file dialog is cancelled
     std::vector<std::string> folderTitles;

@@ -11,6 +11,9 @@ namespace velmo::test {
 /// Another process of the program, or none; what it is asked is written down.
 class FakeInstance final : public ports::Instance
 {
+    using Running = ports::RunningInstance;
+    using Deadline = std::chrono::steady_clock::time_point;
+
 public:
     bool CreateInstanceMutex(const std::string& name) override
     {
@@ -18,39 +21,25 @@ public:
         return isFirst;
     }
     void MarkMainWindow(ports::InstanceEvents) override {}
-    std::optional<ports::RunningInstance> FindRunningInstance(
-        std::chrono::steady_clock::time_point) override
+    std::optional<Running> FindRunningInstance(Deadline) override
     {
         calls.emplace_back("find");
-        return found ? std::optional(ports::RunningInstance{.address = "there"}) : std::nullopt;
+        return found ? std::optional(Running{.address = "there"}) : std::nullopt;
     }
-    bool IsWindowVisible(const ports::RunningInstance&,
-                         std::chrono::steady_clock::time_point) override
-    {
-        return visible;
-    }
-    bool Send(const ports::RunningInstance&,
-              const ports::HandOverRecord& record,
-              std::chrono::steady_clock::time_point) override
+    bool IsWindowVisible(const Running&, Deadline) override { return visible; }
+    bool Send(const Running&, const ports::HandOverRecord& record, Deadline) override
     {
         calls.push_back("send " + std::to_string(record.bytes.size()) + " " + record.bytes);
         return true;
     }
-    bool ActivateWindow(const ports::RunningInstance&,
-                        std::chrono::steady_clock::time_point) override
+    bool ActivateWindow(const Running&, Deadline) override
     {
         calls.emplace_back("activate");
         return true;
     }
-    void ReleaseInstance() override
-    {
-        calls.emplace_back("release");
-        if (onCall)
-            onCall(calls.back());
-    }
+    void ReleaseInstance() override { onRelease(); }
 
-    std::function<void(const std::string&)> onCall; ///< told of the release
-
+    std::function<void()> onRelease;
     bool isFirst = true;
     bool found = true;
     bool visible = true;

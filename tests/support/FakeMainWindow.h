@@ -3,7 +3,7 @@
 #include "forms/frmListMGR.h"
 #include "forms/frmResources.h"
 #include "support/FakePlayer.h"
-#include "support/FakeTray.h"
+#include "support/SmallFakes.h"
 #include "windows/MainWindowEvents.h"
 #include "windows/Menus.h"
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/RunError.h"
+#include "core/TextRules.h"
 #include "core/modINI.h"
 #include "equalizer/EqualizerFiles.h"
 #include "forms/ErrMGR.h"
@@ -10,6 +11,7 @@
 #include "forms/wmain.h"
 #include "playlist/Adding.h"
 #include "playlist/MediaFilter.h"
+#include "playlist/TitleReader.h"
 #include "playlist/modPlaylist.h"
 #include "playlist/modTags.h"
 #include "sound/DjMethods.h"
@@ -17,12 +19,11 @@
 #include "sound/Transport.h"
 #include "sound/modBassFunctions.h"
 #include "support/FakeBass.h"
-#include "support/FakeClock.h"
-#include "support/FakeCollation.h"
 #include "support/FakeDialogs.h"
 #include "support/FakeFiles.h"
-#include "support/FakeRandom.h"
+#include "support/FakeLibraries.h"
 #include "support/FakeSettings.h"
+#include "support/SmallFakes.h"
 #include "visualisation/Spectrum.h"
 
 #include <functional>
@@ -71,12 +72,6 @@ private:
     const FakeBass& m_bass;
 };
 
-class NoLibraries final : public ports::Libraries
-{
-public:
-    std::unique_ptr<Library> Open(const std::string&) override { return nullptr; }
-};
-
 /// Writes down what it is told.
 class FakeStatusChanger final : public StatusChanger
 {
@@ -104,7 +99,7 @@ struct FakePlayer
     FakeFiles files;
     FakeSettings settingsFile;
     FakeDialogs dialogs;
-    NoLibraries libraries;
+    FakeLibraries libraries;
     FakeTagLibrary tagLibrary{bass, libraries};
     modINI settings{settingsFile, dialogs, "/app/"};
     modBass table = bass.Table();
@@ -151,6 +146,30 @@ struct FakePlayer
     };
     Monitor monitor{table, settings, state, trackForms, tracks, dj, transport};
     Spectrum spectrum{table, settings, wmain, state};
+
+    /// The reader of titles, for a command line that names this file.
+    TitleReader MakeReader(const std::string& startPath = {})
+    {
+        return {list, playlist, tags, ordering, tracks, settings, files, startPath};
+    }
+
+    void Set(const char* section, const std::string& key, const std::string& value)
+    {
+        settings.WriteSetting(section, key, value);
+    }
+    /// Several settings of a section: "X=1|Y=2".
+    void SetAll(const char* section, const std::string& all)
+    {
+        for (const std::string_view setting : Split(all, '|')) {
+            const auto [key, value] = std::pair(setting.substr(0, setting.find('=')),
+                                                setting.substr(setting.find('=') + 1));
+            Set(section, std::string(key), std::string(value));
+        }
+    }
+    std::string Get(const char* section, const char* key)
+    {
+        return settings.ReadSetting(section, key, "");
+    }
 
     /// A file that exists and that the library can open.
     void AddSound(const std::string& path, FakeSound sound)

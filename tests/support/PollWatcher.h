@@ -25,7 +25,7 @@ public:
     }
 
     /// Handles events until `done`; false if there was none for `patienceMs` in a row.
-    bool RunUntil(const std::function<bool()>& done, int patienceMs = 10000)
+    bool RunUntil(const std::function<bool()>& done, int patienceMs = 60000)
     {
         while (!done()) {
             std::vector<pollfd> waiting;

@@ -1,82 +1,51 @@
 #include "qt/QtDialogs.h"
 #include "qt/QtEventLoop.h"
-#include "qt/QtFdWatcher.h"
-#include "qt/QtTimers.h"
-#include "qt/SignalWatcher.h"
 #include "support/TempDir.h"
 #include "ui/ShownView.h"
 
 #include <QAbstractButton>
-#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QMessageBox>
 
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <thread>
-
-#include <unistd.h>
 
 namespace velmo::test {
 namespace {
-
-TEST(QtTimers, TickNeverBeforeTheirTimeUntilStoppedOrDestroyed)
-{
-    qt::QtTimers timers;
-    int ticks = 0;
-    QElapsedTimer clock;
-    const auto ticker = timers.Create(ports::TimerPrecision::Precise, [&] { ++ticks; });
-    clock.start();
-    ticker->Start(10);
-    ASSERT_TRUE(WaitUntil([&] { return ticks == 3; }));
-    EXPECT_GE(clock.elapsed(), 29);
-    ticker->Stop();
-    std::unique_ptr<ports::Timers::Ticker> later;
-    bool ended = false;
-    later = timers.Create(ports::TimerPrecision::Coarse, [&] {
-        later.reset();
-        ended = true; // the tick outlives its ticker
-    });
-    later->Start(30);
-    ASSERT_TRUE(WaitUntil([&] { return ended; }));
-    EXPECT_EQ(ticks, 3);
-}
 
 TEST(QtDialogs, ShowTheTextsAndGiveTheAnswer)
 {
     using ports::MessageAnswer;
     using ports::MessageStyle;
+    constexpr MessageStyle question = MessageStyle::WarningYesNo;
     qt::QtEventLoop loop;
-    /// Pressed is Escape if there is no button.
-    const auto expect = [&](MessageStyle style,
-                            QMessageBox::StandardButton pressed,
-                            MessageAnswer answer,
-                            QMessageBox::Icon icon) {
+    /// Presses Escape if there is no button.
+    const auto answerTo = [&](MessageStyle style, QMessageBox::StandardButton pressed) {
         bool seen = false;
         loop.Post([&] {
             auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
             ASSERT_NE(box, nullptr);
             EXPECT_EQ(box->text(), QStringLiteral("<b>Really</b>\nquit?"));
             EXPECT_EQ(box->textFormat(), Qt::PlainText);
-            EXPECT_EQ(box->windowTitle(), QStringLiteral("Titel \u00E4"));
-            EXPECT_EQ(box->icon(), icon);
+            EXPECT_EQ(box->windowTitle(), QStringLiteral("Titel ä"));
+            EXPECT_EQ(box->icon(),
+                      style == question ? QMessageBox::Warning : QMessageBox::Critical);
             seen = true;
             if (pressed == QMessageBox::NoButton)
                 QTest::keyClick(box, Qt::Key_Escape);
             else
                 QTest::mouseClick(box->button(pressed), Qt::LeftButton);
         });
-        EXPECT_EQ(qt::QtDialogs().MessageBox("<b>Really</b>\nquit?", "Titel \xC3\xA4", style),
-                  answer);
+        const auto answer = qt::QtDialogs().MessageBox("<b>Really</b>\nquit?", "Titel ä", style);
         EXPECT_TRUE(seen);
+        return answer;
     };
-    const MessageStyle question = MessageStyle::WarningYesNo;
-    expect(MessageStyle::Critical, QMessageBox::Ok, MessageAnswer::Ok, QMessageBox::Critical);
-    expect(MessageStyle::Critical, QMessageBox::NoButton, MessageAnswer::Ok, QMessageBox::Critical);
-    expect(question, QMessageBox::Yes, MessageAnswer::Yes, QMessageBox::Warning);
-    expect(question, QMessageBox::No, MessageAnswer::No, QMessageBox::Warning);
-    expect(question, QMessageBox::NoButton, MessageAnswer::No, QMessageBox::Warning);
+    EXPECT_EQ(answerTo(MessageStyle::Critical, QMessageBox::Ok), MessageAnswer::Ok);
+    EXPECT_EQ(answerTo(MessageStyle::Critical, QMessageBox::NoButton), MessageAnswer::Ok);
+    EXPECT_EQ(answerTo(question, QMessageBox::Yes), MessageAnswer::Yes);
+    EXPECT_EQ(answerTo(question, QMessageBox::No), MessageAnswer::No);
+    EXPECT_EQ(answerTo(question, QMessageBox::NoButton), MessageAnswer::No);
 }
 
 TEST(QtDialogs, AskForFilesAndGivePathsAndLabel)
@@ -129,62 +98,6 @@ TEST(QtEventLoop, PostedHandlersComeLaterInOrderAndMayFail)
     EXPECT_EQ(QApplication::exec(), 3);
     EXPECT_EQ(order, "ab");
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "velmo: posted\n");
-}
-
-TEST(QtEventLoop, QuitEndsTheLoopEvenBehindAMessageBox)
-{
-    qt::QtEventLoop loop;
-    auto answer = ports::MessageAnswer::Yes;
-    loop.Post([&] {
-        loop.Quit(4);
-        answer = qt::QtDialogs().MessageBox("text", "title", ports::MessageStyle::WarningYesNo);
-    });
-    EXPECT_EQ(QApplication::exec(), 4);
-    EXPECT_EQ(answer, ports::MessageAnswer::No);
-}
-
-TEST(QtFdWatcher, TellsOfReadableDescriptorsUntilDestroyed)
-{
-    int ends[2] = {};
-    ASSERT_EQ(pipe(ends), 0);
-    int notices = 0;
-    std::unique_ptr<ports::FdWatcher::Watch> watch;
-    watch = qt::QtFdWatcher().WatchReadable(ends[0], [&] {
-        if (++notices == 2)
-            watch.reset(); // from its own notice
-    });
-    ServeEvents();
-    EXPECT_EQ(notices, 0);
-    ASSERT_EQ(write(ends[1], "x", 1), 1); // nobody reads it, so the notices go on
-    EXPECT_TRUE(WaitUntil([&] { return watch == nullptr; }));
-    ServeEvents();
-    EXPECT_EQ(notices, 2);
-    close(ends[0]);
-    close(ends[1]);
-}
-
-TEST(SignalWatcher, EachSignalReachesTheHandlerOnThisThreadWhileItLives)
-{
-    int calls = 0;
-    testing::internal::CaptureStderr();
-    {
-        const std::thread::id here = std::this_thread::get_id();
-        const qt::SignalWatcher watcher([&] {
-            EXPECT_EQ(std::this_thread::get_id(), here);
-            ++calls;
-            throw std::runtime_error("handler");
-        });
-        for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
-            const int expected = calls + 1;
-            std::thread([&] { kill(getpid(), signal); }).join();
-            EXPECT_TRUE(WaitUntil([&] { return calls == expected; })) << signal;
-        }
-    }
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "velmo: handler\nvelmo: handler\nvelmo: handler\n");
-    struct sigaction action = {};
-    ASSERT_EQ(sigaction(SIGTERM, nullptr, &action), 0);
-    EXPECT_EQ(action.sa_handler, SIG_DFL);
 }
 
 } // namespace

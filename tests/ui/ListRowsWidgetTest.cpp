@@ -2,9 +2,9 @@
 #include "ui/ShownView.h"
 
 #include <QDragEnterEvent>
+#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QMimeData>
-#include <QPaintEvent>
 #include <QScreen>
 
 #include <gmock/gmock.h>
@@ -18,19 +18,11 @@ using testing::ElementsAre;
 
 constexpr int RowHeight = 14;
 
-/// Joins the areas that a widget paints while it lives.
-struct PaintedArea final : QObject
+/// Pixels in which there is writing.
+int Ink(const QImage& picture, const QRect& place)
 {
-    explicit PaintedArea(QWidget& widget) { widget.installEventFilter(this); }
-    QRegion area;
-
-    bool eventFilter(QObject* /*watched*/, QEvent* event) override
-    {
-        if (event->type() == QEvent::Paint)
-            area += static_cast<QPaintEvent*>(event)->region();
-        return false;
-    }
-};
+    return CountPixels(picture, place, [](QColor pixel) { return pixel.green() > 60; });
+}
 
 /// The playlist with rows "1" to "100".
 struct ShownList : ShownView<forms::Playlist>
@@ -74,25 +66,19 @@ TEST(ListRowsWidget, ShowsAsManyRowsAsItsControlSaysAndRepaintsThoseThatChange)
     const auto ground = [&](int place) { return picture.pixelColor(shown.At(place)); };
     EXPECT_EQ(ground(31), QColor(1, 1, 1));
     EXPECT_NE(ground(32), QColor(1, 1, 1)) << "row 50, at the foot of the view";
-    const auto ink = [&](const QRect& place) {
-        int count = 0;
-        for (int y = place.top(); y <= place.bottom(); ++y)
-            for (int x = place.left(); x <= place.right(); ++x)
-                count += picture.pixelColor(x, y).green() > 60 ? 1 : 0;
-        return count;
-    };
-    EXPECT_GT(ink(QRect(4, 0, 20, RowHeight)), 5) << "the text";
-    EXPECT_GT(ink(QRect(228, 0, 40, RowHeight)), 5) << "the length, at the right";
-    EXPECT_EQ(ink(QRect(100, 0, 100, RowHeight)), 0);
+    EXPECT_GT(Ink(picture, QRect(4, 0, 20, RowHeight)), 5) << "the text";
+    EXPECT_GT(Ink(picture, QRect(228, 0, 40, RowHeight)), 5) << "the length, at the right";
+    EXPECT_EQ(Ink(picture, QRect(100, 0, 100, RowHeight)), 0);
 
-    PaintedArea painted(shown.list);
+    PaintCounter paints;
+    const QRegion& painted = paints.areas["pl"];
     shown.rows.SetText(20, "new");
     shown.rows.SetText(1, "out of view");
     ServeEvents();
-    EXPECT_EQ(painted.area.boundingRect(), QRect(0, RowHeight, 268, RowHeight));
+    EXPECT_EQ(painted.boundingRect(), QRect(0, RowHeight, 268, RowHeight));
     shown.rows.EnsureVisible(18);
     ServeEvents();
-    EXPECT_EQ(painted.area.boundingRect(), QRect(0, 0, 268, 2 * RowHeight)) << "the others move";
+    EXPECT_EQ(painted.boundingRect(), QRect(0, 0, 268, 2 * RowHeight)) << "the others move";
 }
 
 TEST(ListRowsWidget, WhatIsMovedAndWhatIsPaintedMakeOnePicture)
@@ -201,7 +187,8 @@ TEST(ListRowsWidget, WheelAddsUpToStepsAndScrollsNothingItself)
 TEST(ListRowsWidget, LabelEditIsKeptOrCalledOffAsItEnds)
 {
     ShownList shown;
-    shown.rows.SetText(2, "a\xFFz"); // no UTF-8
+    const std::string hours = "01:29:00";                                  // wider than its column
+    shown.rows.SetRow(2, {.Text = "a\xFFz", .Length = hours, .Path = ""}); // no UTF-8
     shown.rows.Choose(2, controls::Marking::Only);
     std::string events;
     shown.rows.AfterLabelEdit = [&](std::size_t row, const std::string& text) {
@@ -215,6 +202,8 @@ TEST(ListRowsWidget, LabelEditIsKeptOrCalledOffAsItEnds)
         auto* const edit = shown.list.findChild<QLineEdit*>();
         ASSERT_NE(edit, nullptr);
         EXPECT_EQ(QApplication::focusWidget(), edit);
+        const int length = edit->fontMetrics().horizontalAdvance(QString::fromStdString(hours));
+        EXPECT_LT(edit->geometry().right(), shown.list.width() - 5 - length);
         QTest::keyClick(edit, Qt::Key_End);
         QTest::keyClicks(edit, QStringLiteral("!"));
         QTest::keyClick(edit, Qt::Key_Up);
@@ -259,22 +248,19 @@ TEST(ListRowsWidget, RowUnderThePointerIsUnderlinedAndSelectedAfterARest)
     ShownList shown;
     const auto inkOf = [&](int place) { // below the baseline of digits stands nothing else
         ServeEvents();
-        const QImage picture = shown.list.grab().toImage();
-        int ink = 0;
-        for (int y = place * RowHeight - 3; y < place * RowHeight; ++y)
-            for (int x = 4; x < 10; ++x)
-                ink += picture.pixelColor(x, y).green() > 60 ? 1 : 0;
-        return ink;
+        return Ink(shown.list.grab().toImage(), QRect(4, place * RowHeight - 3, 6, 3));
     };
     shown.rows.HotTracking = true;
-    shown.rows.HoverSelection = true;
     QTest::mouseMove(&shown.list, shown.At(4));
     EXPECT_GT(inkOf(4), 3);
     EXPECT_EQ(inkOf(5), 0);
-    EXPECT_THAT(shown.Marked(), ElementsAre());
+    shown.rows.HoverSelection = true;
+    QElapsedTimer rest;
+    rest.start();
     QTest::mouseMove(&shown.list, shown.At(5));
     EXPECT_EQ(inkOf(4), 0);
     ASSERT_TRUE(WaitUntil([&] { return shown.rows.MarkedCount() > 0; }));
+    EXPECT_GE(rest.elapsed(), 350) << "a coarse timer may be early by a twentieth";
     EXPECT_THAT(shown.Marked(), ElementsAre(5));
 }
 

@@ -3,6 +3,8 @@
 #include "qt/FormView.h"
 
 #include <QApplication>
+#include <QImage>
+#include <QPaintEvent>
 #include <QTest>
 #include <QWindow>
 
@@ -13,11 +15,11 @@
 
 namespace velmo::test {
 
-/// Serves events until `condition` holds; false if it did not come in five seconds.
+/// Serves events until `condition` holds; false if it did not come in a minute.
 template<class Condition>
 [[nodiscard]] bool WaitUntil(Condition condition)
 {
-    return QTest::qWaitFor(condition, 5000);
+    return QTest::qWaitFor(condition, 60000);
 }
 
 /// Serves every event that waits, also those that come of it.
@@ -38,22 +40,35 @@ inline QWidget& Find(const QWidget& view, const char* name)
     return *widget;
 }
 
-/// Counts the paint events of each widget, by object name, while it lives.
-class PaintCounter final : public QObject
+/// Counts the paint events of each widget, by object name, and joins their areas while it lives.
+struct PaintCounter final : QObject
 {
-public:
     PaintCounter() { qApp->installEventFilter(this); }
 
-    std::map<std::string, int> counts;
-
-protected:
     bool eventFilter(QObject* watched, QEvent* event) override
     {
-        if (event->type() == QEvent::Paint && watched->isWidgetType())
+        if (event->type() == QEvent::Paint && watched->isWidgetType()) {
             ++counts[watched->objectName().toStdString()];
+            areas[watched->objectName().toStdString()] +=
+                static_cast<QPaintEvent*>(event)->region();
+        }
         return false;
     }
+
+    std::map<std::string, int> counts;
+    std::map<std::string, QRegion> areas;
 };
+
+/// How many pixels of that place are as they are wanted.
+template<class Wanted>
+int CountPixels(const QImage& picture, const QRect& place, Wanted wanted)
+{
+    int count = 0;
+    for (int y = place.top(); y <= place.bottom(); ++y)
+        for (int x = place.left(); x <= place.right(); ++x)
+            count += wanted(picture.pixelColor(x, y)) ? 1 : 0;
+    return count;
+}
 
 /// A form and its window, shown with its text.
 template<class FormType>

@@ -1,10 +1,9 @@
 #include "visualisation/Spectrum.h"
 
 #include "support/FakePlayer.h"
+#include "support/Mouse.h"
 
 #include <gmock/gmock.h>
-
-#include <algorithm>
 
 namespace velmo {
 namespace {
@@ -22,14 +21,8 @@ protected:
         m_player.bass.spectrum.assign(1024, 0);
     }
 
-    void Set(const char* key, const char* value)
-    {
-        m_player.settings.WriteSetting("Visualisation", key, value);
-    }
-    std::string Get(const char* key)
-    {
-        return m_player.settings.ReadSetting("Visualisation", key, "-");
-    }
+    void Set(const char* key, const char* value) { m_player.Set("Visualisation", key, value); }
+    std::string Get(const char* key) { return m_player.Get("Visualisation", key); }
     /// A frame in that view, of the track that plays.
     void Frame(std::int32_t view)
     {
@@ -53,9 +46,7 @@ TEST_F(LivePicture, ShowsOnlyWhatHasChanged)
     m_player.spectrum.BuildHeaderAndPalette();
     Frame(1);
     EXPECT_THAT(m_told, ElementsAre(PixelArea{0, 0, 100, 28})) << "black, without a channel";
-    EXPECT_TRUE(std::all_of(m_box.Pixels().begin(), m_box.Pixels().end(), [](std::uint32_t pixel) {
-        return pixel == 0xFF000000;
-    }));
+    EXPECT_THAT(m_box.Pixels(), testing::Each(0xFF000000U));
     Frame(1);
     EXPECT_TRUE(m_told.empty()) << "the same frame again";
 
@@ -163,20 +154,20 @@ TEST_F(LivePicture, ALeftClickGoesToTheNextViewAndSavesIt)
     Set("RefreshRateFPS", "10");
     m_player.spectrum.BuildHeaderAndPalette();
     m_player.spectrum.ReadSettings();
-    m_player.spectrum.picVisualisation_MouseUp({.button = controls::MouseButton::Right});
+    m_player.spectrum.picVisualisation_MouseUp(test::Right);
     EXPECT_EQ(m_player.spectrum.VisMode(), 1);
     const auto expect =
         [&](std::int32_t view, const char* mode, const char* style, int intervalMs, int leastMs) {
-            m_player.spectrum.picVisualisation_MouseUp({.button = controls::MouseButton::Left});
+            m_player.spectrum.picVisualisation_MouseUp(test::Left);
             EXPECT_EQ(m_player.spectrum.VisMode(), view);
             EXPECT_EQ(Get("Mode"), mode);
             EXPECT_EQ(Get("SpectrumStyle"), style);
             EXPECT_EQ(m_player.wmain.tmrSpectrum.Interval, intervalMs);
             EXPECT_EQ(m_player.wmain.tmrSpectrum.LeastMs, leastMs);
         };
-    expect(2, "Oscilloscope", "-", 25, 0);
-    expect(3, "Waveform", "-", 25, 0);
-    expect(4, "None", "-", 25, 0);
+    expect(2, "Oscilloscope", "", 25, 0);
+    expect(3, "Waveform", "", 25, 0);
+    expect(4, "None", "", 25, 0);
     expect(0, "Spectrum", "Smooth", 1, 10);
     expect(1, "Spectrum", "Linear", 25, 0);
     expect(2, "Oscilloscope", "Linear", 25, 0);
@@ -226,7 +217,7 @@ TEST_F(LivePicture, TimerRestsWhileNoSoundMovesItAndWakesWithTheSound)
     tick(200);
     EXPECT_FALSE(timer.Resting) << "while it plays";
 
-    m_player.transport.imgPause_MouseUp({.button = controls::MouseButton::Left});
+    m_player.transport.imgPause_MouseUp(test::Left);
     tick(100);
     EXPECT_TRUE(timer.Resting) << "a pause is still";
     m_told.clear();
@@ -234,7 +225,7 @@ TEST_F(LivePicture, TimerRestsWhileNoSoundMovesItAndWakesWithTheSound)
     m_player.spectrum.tmrScroll_Timer();
     EXPECT_FALSE(m_told.empty()) << "what is at the pause's new place is seen";
     EXPECT_TRUE(timer.Resting);
-    m_player.transport.imgPause_MouseUp({.button = controls::MouseButton::Left});
+    m_player.transport.imgPause_MouseUp(test::Left);
     EXPECT_FALSE(timer.Resting);
 
     m_player.spectrum.SetVisMode(4);

@@ -47,14 +47,6 @@ std::string Expected(const std::vector<std::string>& rows)
     return text;
 }
 
-std::string Times(int count, const std::string& text)
-{
-    std::string all;
-    for (int i = 0; i < count; ++i)
-        all += text;
-    return all;
-}
-
 /// 1025 values: silence but for what a test sets.
 class Views : public ::testing::Test
 {
@@ -107,13 +99,13 @@ TEST_F(Views, BarsHaveALogarithmicScaleAndTheLastTwoRunOver)
 TEST_F(Views, FullScaleIsCappedAtTheTopRow)
 {
     m_spectrum.assign(m_spectrum.size(), 1);
+    SpectrumBuffer bars{Width, Height};
     DrawFineSpectrum(m_spectrum, m_buffer);
-    for (std::int32_t row = 0; row < Height; ++row)
+    DrawBars(m_spectrum, BarScale(), bars);
+    for (std::int32_t row = 0; row < Height; ++row) {
         EXPECT_EQ(m_buffer.At(98, row), row + 1);
-    m_buffer.Clear();
-    DrawBars(m_spectrum, BarScale(), m_buffer);
-    for (std::int32_t row = 0; row < Height; ++row)
-        EXPECT_EQ(m_buffer.At(96, row), row + 1);
+        EXPECT_EQ(bars.At(96, row), row + 1);
+    }
 }
 
 TEST_F(Views, SilenceAndWhatIsNoNumberDrawNothing)
@@ -132,15 +124,16 @@ TEST_F(Views, HistoryWritesOneColumnAndKeepsTheOthers)
     m_spectrum[2] = std::pow(10 / 381.0F, 2.0F);
     std::int32_t position = DrawHistory(m_spectrum, 0, m_buffer);
     EXPECT_EQ(position, 1);
-    const std::string upper = Times(26, "-W" + std::string(98, '.') + "\n");
-    EXPECT_EQ(Picture(m_buffer),
-              upper + "mW" + std::string(98, '.') + "\nWW" + std::string(98, '.') + "\n");
+    std::vector<std::string> rows(26, "-W");
+    rows.insert(rows.end(), {"mW", "WW"});
+    EXPECT_EQ(Picture(m_buffer), Expected(rows));
 
     m_spectrum.assign(m_spectrum.size(), 0);
     for (int frame = 1; frame < Width; ++frame)
         position = DrawHistory(m_spectrum, position, m_buffer);
     EXPECT_EQ(position, 0) << "it wraps";
-    EXPECT_EQ(Picture(m_buffer), Times(28, "W" + std::string(99, '-') + "\n"));
+    EXPECT_EQ(Picture(m_buffer),
+              Expected(std::vector<std::string>(28, "W" + std::string(99, '-'))));
 }
 
 TEST_F(Views, WaveJoinsEachSampleToTheOneBefore)

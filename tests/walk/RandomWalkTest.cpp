@@ -4,7 +4,6 @@
 
 #include "core/NumberText.h"
 #include "core/RunError.h"
-#include "playlist/TitleReader.h"
 #include "sound/TransportKeys.h"
 #include "support/FakeMainWindow.h"
 
@@ -129,23 +128,23 @@ private:
         struct Setting
         {
             const char* section;
-            const char* key;
-            std::vector<const char*> values;
+            std::string key;
+            std::string values; ///< parted by blanks
         };
         const std::vector<Setting> settings = {
-            {"DJ",      "Method",           {"1", "2", "3", "4", "5", "6", "7", "x", ""} },
-            {"DJ",      "CrossFade",        {"True", "False"}                            },
-            {"DJ",      "CrossFadeDelay",   {"-3", "-1", "0", "1", "3", "-1e99", "seven"}},
-            {"DJ",      "AssureNotTheSame", {"True", "False"}                            },
-            {"Options", "ReadTitlesOn",     {"display", "load", "play"}                  },
-            {"Options", "ShowLengthInPL",   {"True", "False"}                            },
-            {"Options", "SortListOnLoad",   {"True", "False"}                            },
-            {"Display", "ShowNumbersInPL",  {"True", "False"}                            },
-            {"Sound",   "Sound3D",          {"True", "False"}                            },
+            {"DJ",      "Method",           "1 2 3 4 5 6 7 x "       },
+            {"DJ",      "CrossFade",        "True False"             },
+            {"DJ",      "CrossFadeDelay",   "-3 -1 0 1 3 -1e99 seven"},
+            {"DJ",      "AssureNotTheSame", "True False"             },
+            {"Options", "ReadTitlesOn",     "display load play"      },
+            {"Options", "ShowLengthInPL",   "True False"             },
+            {"Options", "SortListOnLoad",   "True False"             },
+            {"Display", "ShowNumbersInPL",  "True False"             },
+            {"Sound",   "Sound3D",          "True False"             },
         };
         const Setting& setting = settings.at(Below(settings.size()));
-        m_player.settings.WriteSetting(
-            setting.section, setting.key, setting.values.at(Below(setting.values.size())));
+        const std::vector<std::string_view> values = Split(setting.values, ' ');
+        m_player.Set(setting.section, setting.key, std::string(values.at(Below(values.size()))));
     }
 
     void Add()
@@ -266,14 +265,7 @@ private:
     test::FakePlayer m_player;
     test::FakeMainWindow m_fakes{m_player};
     wmain& m_window = m_fakes.window;
-    TitleReader m_reader{m_player.list,
-                         m_player.playlist,
-                         m_player.tags,
-                         m_player.ordering,
-                         m_player.tracks,
-                         m_player.settings,
-                         m_player.files,
-                         {}};
+    TitleReader m_reader = m_player.MakeReader();
     TransportKeys m_keys{m_player.transport, m_fakes.mixerProgram, m_fakes.calls};
     bool m_mustBeSaved = false;
     bool m_hasPlayed = false;

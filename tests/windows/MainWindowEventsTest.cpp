@@ -1,64 +1,59 @@
-#include "support/FakeMainWindow.h"
-
-#include <gmock/gmock.h>
+#include "core/CallIfSet.h"
+#include "core/NumberText.h"
+#include "windows/MainWindowFixture.h"
 
 namespace velmo {
 namespace {
 
 using controls::Image;
-using controls::MouseButton;
-using controls::MouseEvent;
-using controls::PictureList;
-using controls::PictureRef;
+using test::Left;
+using test::Right;
 
-constexpr MouseEvent Left{.button = MouseButton::Left, .shift = 0, .x = 10, .y = 10};
-constexpr MouseEvent Right{.button = MouseButton::Right, .shift = 0, .x = 10, .y = 10};
-
-class MainWindowUnderTheMouse : public ::testing::Test
+class MainWindowUnderTheMouse : public test::MainWindowFixture
 {
 protected:
     MainWindowUnderTheMouse()
     {
-        m_player.AddSound("/m/a.mp3", {.seconds = 100});
         for (controls::Control* control : m_form.Controls())
             if (auto* image = dynamic_cast<Image*>(control); image && image->States.normal)
                 m_images.push_back(image);
     }
 
-    static bool ShowsNormal(const Image& image)
+    /// The state that each one shows: normal, hover, pressed, or the picture of another image.
+    static std::string Looks(const std::vector<const Image*>& images)
     {
-        return image.Picture.Get() == image.States.normal;
+        std::string looks;
+        for (const Image* image : images) {
+            const auto& [normal, pressed, hover] = image->States;
+            const controls::PictureRef shown = image->Picture;
+            looks += shown == normal ? 'n' : shown == hover ? 'h' : shown == pressed ? 'p' : '?';
+        }
+        return looks;
     }
-    static bool ShowsHover(const Image& image) { return image.Picture.Get() == image.States.hover; }
-    static bool ShowsPressed(const Image& image)
+    void MoveOver(const std::vector<const Image*>& images)
     {
-        return image.Picture.Get() == image.States.pressed;
+        for (const Image* image : images)
+            image->MouseMove(Left);
     }
 
-    test::FakePlayer m_player;
-    forms::wmain& m_form = m_player.wmain;
-    test::FakeMainWindow m_fakes{m_player};
-    std::vector<Image*> m_images; ///< those that change under the mouse
+    std::vector<const Image*> m_images; ///< those that change under the mouse
 };
 
 TEST_F(MainWindowUnderTheMouse, OnePictureOfARowStandsLitUntilTheGroundIsTouched)
 {
-    for (const Image* image : m_images)
-        image->MouseMove(Left);
+    MoveOver(m_images);
     std::string lit;
     for (const Image* image : m_images)
-        lit += ShowsHover(*image) ? image->Name + " " : "";
+        lit += Looks({image}) == "h" ? image->Name + " " : "";
     EXPECT_EQ(lit,
               "imgControl imgMinimize imgClose imgPositionTicker imgK imgVolumeBar "
               "imgVolumeTicker imgShowOptions ")
         << "the last one of either row, and what stands alone";
     for (const auto* ground :
          {&m_form.MouseMove, &m_form.lblBlackBG1.MouseMove, &m_form.lblBlackBG2.MouseMove}) {
-        for (const Image* image : m_images)
-            image->MouseMove(Left);
+        MoveOver(m_images);
         (*ground)(Left);
-        for (const Image* image : m_images)
-            EXPECT_TRUE(ShowsNormal(*image)) << image->Name;
+        EXPECT_EQ(Looks(m_images), std::string(m_images.size(), 'n'));
     }
 }
 
@@ -68,92 +63,78 @@ TEST_F(MainWindowUnderTheMouse, APressShowsThePressedPictureByTheLeftButtonMostl
     std::string byAny;
     for (const Image* image : m_images) {
         image->MouseDown(Right);
-        if (ShowsPressed(*image))
-            byAny += image->Name + " ";
+        byAny += Looks({image}) == "p" ? image->Name + " " : "";
         image->MouseDown(Left);
-        EXPECT_TRUE(ShowsPressed(*image)) << image->Name;
-        image->MouseUp({.button = MouseButton::Middle});
-        EXPECT_EQ(ShowsNormal(*image), image != &m_form.imgOpen) << image->Name;
+        EXPECT_EQ(Looks({image}), "p") << image->Name;
+        image->MouseUp({.button = controls::MouseButton::Middle});
+        EXPECT_EQ(Looks({image}), image == &m_form.imgOpen ? "?" : "n") << image->Name;
     }
     EXPECT_EQ(byAny, "imgShowPL imgShowFX imgShowDJ imgShowOptions ");
     m_player.transport.Stop();
     m_form.imgPause.MouseDown(Left);
-    EXPECT_TRUE(ShowsNormal(m_form.imgPause)) << "nothing plays";
-}
+    EXPECT_EQ(Looks({&m_form.imgPause}), "n") << "nothing plays";
 
-TEST_F(MainWindowUnderTheMouse, OpenLooksLikeItsNeighbourUntilAnotherPictureIsTouched)
-{
-    m_form.imgOpen.MouseDown(Left);
-    m_form.imgOpen.MouseUp(Left);
+    // Open looks like its neighbour until another picture is touched.
+    test::Click(m_form.imgOpen);
     EXPECT_EQ(m_player.dialogs.fileDialogs.size(), 1U);
-    m_form.imgOpen.MouseMove(Left);
-    EXPECT_EQ(m_form.imgOpen.Picture.Get(), (PictureRef{PictureList::wmain, 23}));
-    m_form.imgNext.MouseMove(Left);
-    EXPECT_TRUE(ShowsNormal(m_form.imgOpen));
+    MoveOver({&m_form.imgOpen});
+    EXPECT_EQ(m_form.imgOpen.Picture.Get(), m_form.imgNext.States.normal);
+    MoveOver({&m_form.imgNext});
+    EXPECT_EQ(Looks({&m_form.imgOpen}), "n");
 }
 
 TEST_F(MainWindowUnderTheMouse, ASliderThatIsDraggedKeepsItsPictures)
 {
     m_player.tracks.PlayTrack("/m/a.mp3");
-    m_form.imgVolumeTicker.MouseDown(Left);
-    m_form.imgPositionTicker.MouseDown(Left);
-    const auto moveOverAll = [&] {
-        m_form.imgVolumeTicker.MouseMove(Left);
-        m_form.imgSoundVolume.MouseMove(Left);
-        m_form.imgVolumeBar.MouseMove(Left);
-        m_form.imgPositionTicker.MouseMove(Left);
-        m_form.imgPositionBar.MouseMove(Left);
-    };
-    moveOverAll();
+    const std::vector<const Image*> touched = {&m_form.imgVolumeTicker,
+                                               &m_form.imgSoundVolume,
+                                               &m_form.imgVolumeBar,
+                                               &m_form.imgPositionTicker};
+    for (const Image* ticker : {&m_form.imgVolumeTicker, &m_form.imgPositionTicker})
+        ticker->MouseDown(Left);
+    MoveOver(touched);
+    m_form.imgPositionBar.MouseMove(Left);
     m_form.MouseMove(Left);
-    EXPECT_TRUE(ShowsPressed(m_form.imgVolumeTicker));
-    EXPECT_TRUE(ShowsPressed(m_form.imgPositionTicker));
-    EXPECT_FALSE(ShowsHover(m_form.imgVolumeBar));
-
-    m_form.imgVolumeTicker.MouseUp(Left);
-    m_form.imgPositionTicker.MouseUp(Left);
-    moveOverAll();
-    EXPECT_TRUE(ShowsHover(m_form.imgVolumeBar));
-    EXPECT_TRUE(ShowsNormal(m_form.imgVolumeTicker));
-    EXPECT_TRUE(ShowsNormal(m_form.imgSoundVolume));
-    EXPECT_TRUE(ShowsHover(m_form.imgPositionTicker));
+    EXPECT_EQ(Looks(touched), "pnnp");
+    for (const Image* ticker : {&m_form.imgVolumeTicker, &m_form.imgPositionTicker})
+        ticker->MouseUp(Left);
+    MoveOver(touched);
+    EXPECT_EQ(Looks(touched), "nnhh");
     for (const auto* display : {&m_form.lblTime.MouseMove,
                                 &m_form.lblSongName.MouseMove,
                                 &m_form.picVisualisation.MouseMove}) {
-        m_form.imgSoundVolume.MouseMove(Left);
+        MoveOver({&m_form.imgSoundVolume});
         (*display)(Left);
-        EXPECT_TRUE(ShowsNormal(m_form.imgSoundVolume));
-        EXPECT_TRUE(ShowsHover(m_form.imgVolumeBar));
+        EXPECT_EQ(Looks(touched), "nnhh");
     }
 }
 
-TEST_F(MainWindowUnderTheMouse, MenusOpenAtTheWindowsCornerOrThatOfABox)
+TEST_F(MainWindowUnderTheMouse, GroundAndTextDragTheWindowAndMenusOpenAtACorner)
 {
-    std::string opened;
-    for (controls::Menu* menu :
-         {&m_fakes.resources.Menu1, &m_fakes.resources.Menu3, &m_fakes.resources.Menu4})
-        menu->PopUp = [&opened, menu](double left, double top) {
-            opened = menu->Name + " " + std::to_string(std::lround(left)) + " "
-                     + std::to_string(std::lround(top));
+    std::string done;
+    for (controls::Menu* menu : {&m_menus.Menu1, &m_menus.Menu3, &m_menus.Menu4})
+        menu->PopUp = [&done, menu](double left, double top) {
+            done += menu->Name + " " + PlainNumber(left) + " " + PlainNumber(top);
         };
+    m_form.BeginDrag = [&] { done += "drag"; };
     m_form.Left = 1000;
     m_form.Top = 2000;
     const auto expect = [&](const auto& control, const char* byRight, const char* byLeft) {
-        opened.clear();
-        control.MouseUp(Right);
-        EXPECT_EQ(opened, byRight);
-        opened.clear();
-        control.MouseUp(Left);
-        EXPECT_EQ(opened, byLeft) << byRight;
+        for (const auto& event : {Right, Left}) {
+            done.clear();
+            CallIfSet(control.MouseDown, event);
+            control.MouseUp(event);
+            EXPECT_EQ(done, event.button == Right.button ? byRight : byLeft) << byRight;
+        }
     };
-    expect(m_form, "Menu1 1000 2000", "");
-    expect(m_form.lblBlackBG1, "Menu1 1000 2000", "");
-    expect(m_form.lblBlackBG2, "Menu1 1000 2000", "");
-    expect(m_form.lblSongName, "Menu1 1000 2000", "");
+    expect(m_form, "Menu1 1000 2000", "drag");
+    expect(m_form.lblBlackBG1, "Menu1 1000 2000", "drag");
+    expect(m_form.lblBlackBG2, "Menu1 1000 2000", "drag");
+    expect(m_form.lblSongName, "Menu1 1000 2000", "drag");
     expect(m_form.imgPositionBar, "Menu1 1000 2000", "");
     expect(m_form.imgPositionTicker, "Menu1 1000 2000", "");
     expect(m_form.imgControl, "", "Menu1 1000 2000");
-    expect(m_form.lblTime, "Menu3 1000 2000", "");
+    expect(m_form.lblTime, "Menu3 1000 2000", "drag");
     expect(m_form.picVisualisation, "Menu3 1240 2570", "");
     expect(m_form.imgSoundVolume, "Menu4 1000 2000", "");
     expect(m_form.imgVolumeBar, "Menu4 1000 2000", "");
@@ -161,33 +142,17 @@ TEST_F(MainWindowUnderTheMouse, MenusOpenAtTheWindowsCornerOrThatOfABox)
     EXPECT_EQ(m_fakes.mixerProgram.started, 1) << "the left button on the volume's key";
 }
 
-TEST_F(MainWindowUnderTheMouse, TheWindowIsDraggedByItsGroundAndItsText)
-{
-    int drags = 0;
-    m_form.BeginDrag = [&] { ++drags; };
-    for (const auto* ground : {&m_form.MouseDown,
-                               &m_form.lblBlackBG1.MouseDown,
-                               &m_form.lblBlackBG2.MouseDown,
-                               &m_form.lblSongName.MouseDown,
-                               &m_form.lblTime.MouseDown}) {
-        (*ground)(Left);
-        (*ground)(Right);
-    }
-    EXPECT_EQ(drags, 5);
-}
-
 TEST_F(MainWindowUnderTheMouse, AlwaysOnTopIsForTheWindowsThatAreThere)
 {
     m_form.Loaded = true;
     m_player.playlist.Visible = true;
     for (const bool on : {true, false}) {
-        m_fakes.resources.submnuAlwaysOnTop.Click();
+        m_menus.submnuAlwaysOnTop.Click();
         EXPECT_EQ(m_form.AlwaysOnTop, on);
         EXPECT_EQ(m_player.playlist.AlwaysOnTop, on);
         EXPECT_FALSE(m_player.errMGR.AlwaysOnTop);
-        EXPECT_EQ(m_fakes.resources.submnuAlwaysOnTop.Checked, on);
-        EXPECT_EQ(m_player.settings.ReadSetting("Options", "AlwaysOnTop", ""),
-                  on ? "True" : "False");
+        EXPECT_EQ(m_menus.submnuAlwaysOnTop.Checked, on);
+        EXPECT_EQ(m_player.Get("Options", "AlwaysOnTop"), on ? "True" : "False");
     }
 }
 
@@ -199,14 +164,13 @@ TEST_F(MainWindowUnderTheMouse, OnlyEntriesThatDoSomethingCanBeChosen)
     m_form.imgShowDJ.MouseUp(Right);
     m_fakes.calls.ShowSinfo = [&] { called += "info"; };
     m_fakes.menus.Bind();
-    EnableBoundEntries(m_fakes.resources);
-    const forms::frmResources& menus = m_fakes.resources;
+    EnableBoundEntries(m_menus);
     for (const auto* entry :
-         {&menus.submnuPlayFile, &menus.submnuComponents, &menus.submnuStreamInformation})
+         {&m_menus.submnuPlayFile, &m_menus.submnuComponents, &m_menus.submnuStreamInformation})
         EXPECT_TRUE(entry->Enabled) << entry->Name;
-    for (const auto* entry : {&menus.submnuAbout, &menus.submnuControlCenter, &menus.submnuFind})
+    for (const auto* entry : {&m_menus.submnuAbout, &m_menus.submnuFind})
         EXPECT_FALSE(entry->Enabled) << entry->Name;
-    menus.submnuStreamInformation.Click();
+    m_menus.submnuStreamInformation.Click();
     EXPECT_EQ(called, "dj info");
 }
 

@@ -1,12 +1,10 @@
-#include "support/FakeMainWindow.h"
+#include "windows/MainWindowFixture.h"
 #include "windows/isGlued.h"
-
-#include <gtest/gtest.h>
 
 namespace velmo {
 namespace {
 
-class NeighboursTest : public ::testing::Test
+class NeighboursTest : public test::MainWindowFixture
 {
 protected:
     NeighboursTest()
@@ -31,9 +29,9 @@ protected:
     {
         const bool before = form.Visible;
         EXPECT_EQ(mark.Checked, before);
-        image.MouseUp({.button = controls::MouseButton::Left});
+        image.MouseUp(test::Left);
         EXPECT_NE(form.Visible, before);
-        EXPECT_EQ(m_player.settings.ReadSetting("RTM", key, ""), before ? "False" : "True");
+        EXPECT_EQ(m_player.Get("RTM", key), before ? "False" : "True");
         EXPECT_NE(mark.Checked, before);
     }
     void PressShowFX() { Press(m_form.imgShowFX, m_fX, "ShowFX", m_menus.submnuShowEq); }
@@ -42,17 +40,13 @@ protected:
         Press(m_form.imgShowListMgr, m_manager, "ShowPLMGR", m_menus.submnuShowPlaylistManager);
     }
 
-    test::FakePlayer m_player;
-    forms::wmain& m_form = m_player.wmain;
     forms::fX& m_fX = m_player.fX;
-    test::FakeMainWindow m_fakes{m_player};
     forms::frmListMGR& m_manager = m_fakes.frmListMGR;
-    const forms::frmResources& m_menus = m_fakes.resources;
 };
 
 TEST_F(NeighboursTest, AHiddenEqualizerLeavesNoGapAtTheLoad)
 {
-    m_player.settings.WriteSetting("RTM", "ShowFX", "False");
+    m_player.Set("RTM", "ShowFX", "False");
     m_fakes.neighbours.Load();
     EXPECT_FALSE(m_fX.Visible);
     ExpectBelow(m_form, m_manager);
@@ -70,7 +64,7 @@ TEST_F(NeighboursTest, WhenTheWindowIsBackTheyReturnUnlessTheyAreNotSticky)
     };
     comeBack();
     EXPECT_EQ(m_player.playlist.Left, 1500 + 3975);
-    m_player.settings.WriteSetting("Display", "StickyWindows", "False");
+    m_player.Set("Display", "StickyWindows", "False");
     comeBack();
     EXPECT_EQ(m_player.playlist.Left, 0);
     EXPECT_EQ(m_fakes.gluings, 1);
@@ -111,7 +105,7 @@ TEST_F(NeighboursTest, TheManagerGoesBelowTheLowestThatIsShown)
     PressShowListMgr();
     PressShowListMgr();
     ExpectBelow(m_form, m_manager);
-    m_form.imgShowListMgr.MouseUp({.button = controls::MouseButton::Right});
+    m_form.imgShowListMgr.MouseUp(test::Right);
     EXPECT_TRUE(m_manager.Visible) << "the left button only";
     Press(m_form.imgShowPL, m_player.playlist, "ShowPL", m_menus.submnuShowPlaylist);
 }

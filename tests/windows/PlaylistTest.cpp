@@ -2,16 +2,17 @@
 
 #include "playlist/ListFixture.h"
 #include "support/FakeMainWindow.h"
+#include "support/Mouse.h"
 
 #include <gmock/gmock.h>
 
 namespace velmo {
 namespace {
 
+using test::Click;
+using test::Left;
+using test::Right;
 using ::testing::ElementsAre;
-
-constexpr controls::MouseEvent Left{.button = controls::MouseButton::Left};
-constexpr controls::MouseEvent Right{.button = controls::MouseButton::Right};
 
 class PlaylistWindow : public ::testing::Test
 {
@@ -25,20 +26,20 @@ protected:
         m_resources.Menu2.PopUpAtPointer = [this] { m_done.emplace_back("menu"); };
     }
 
-    /// Rows "1. a", "2. b" and so on of playable files.
-    void Play(std::size_t rows)
+    /// Rows "1. x" to "3. x" of playable files.
+    void AddThreeSounds()
     {
-        for (std::size_t row = 1; row <= rows; ++row) {
-            const std::string path = std::string("/m/") + static_cast<char>('a' + row - 1) + ".mp3";
+        for (const char* path : {"/m/a.mp3", "/m/b.mp3", "/m/c.mp3"}) {
             m_player.AddSound(path, {.seconds = 10});
-            m_rows.Add({.Text = std::to_string(row) + ". x", .Length = "00:10", .Path = path});
+            m_rows.Add({std::to_string(m_rows.Count() + 1) + ". x", "00:10", path});
         }
     }
 
-    static void Click(const controls::Image& image)
+    void AddRows(int count)
     {
-        image.MouseDown(Left);
-        image.MouseUp(Left);
+        for (int row = 0; row < count; ++row)
+            m_rows.AddTexts({.Text = "x", .Length = "", .Path = "/m/x"});
+        m_player.list.UpdateListScrollBar();
     }
 
     test::ListFixture m_player;
@@ -61,44 +62,36 @@ protected:
 
 TEST_F(PlaylistWindow, AWheelStepMovesTheViewByAsManyRowsAsTheSettingsSay)
 {
-    /// A step from the view whose top row is `from`: its top row afterwards, and the bar's
+    /// A step from the view whose top row is `from`: its top row afterwards; gives the bar's
     /// position.
-    const auto expect =
-        [&](const char* step, int delta, std::size_t from, std::size_t first, int position) {
-            if (from > 0)
-                m_rows.EnsureVisible(1);
-            if (from > 1)
-                m_rows.EnsureVisible(from + m_rows.VisibleRows() - 1);
-            m_player.Set("Options", "mwStep", step);
-            m_window.Load();
-            m_rows.MouseWheel(delta);
-            EXPECT_EQ(m_rows.FirstVisibleEntry(), first) << "step " << step;
-            EXPECT_EQ(m_form.scBar.Position(), position) << "step " << step;
-        };
-    const auto addRows = [&](int count) {
-        for (int row = 0; row < count; ++row)
-            m_rows.AddTexts({.Text = "x", .Length = "00:10", .Path = "/m/x"});
-        m_player.list.UpdateListScrollBar();
+    const auto expect = [&](const char* step, int delta, std::size_t from, std::size_t first) {
+        if (from > 0)
+            m_rows.EnsureVisible(1);
+        if (from > 1)
+            m_rows.EnsureVisible(from + m_rows.VisibleRows() - 1);
+        m_player.Set("Options", "mwStep", step);
+        m_window.Load();
+        m_rows.MouseWheel(delta);
+        EXPECT_EQ(m_rows.FirstVisibleEntry(), first) << "step " << step;
+        return m_form.scBar.Position();
     };
-    expect("3", 120, 0, 0, 1);
-    addRows(20);
-    expect("3", -120, 1, 1, -11); // all is in view: the bar only stores it
-    addRows(80);
-    expect("3", -120, 10, 13, 13);
-    expect("-5", 0, 20, 21, 21);
-    expect("abc", 120, 10, 9, 9);
-    expect("2.9", 120, 10, 8, 8);
-    expect("9", -120, 65, 69, 69); // the last row
-    expect("9", 120, 3, 1, 1);
-    addRows(400);
-    expect("300", -120, 10, 210, 210);
+    EXPECT_EQ(expect("3", 120, 0, 0), 1);
+    AddRows(20);
+    EXPECT_EQ(expect("3", -120, 1, 1), -11) << "all is in view: the bar only stores it";
+    AddRows(80);
+    EXPECT_EQ(expect("3", -120, 10, 13), 13);
+    expect("-5", 0, 20, 21);
+    expect("abc", 120, 10, 9);
+    expect("2.9", 120, 10, 8);
+    EXPECT_EQ(expect("9", -120, 65, 69), 69) << "the last row";
+    expect("9", 120, 3, 1);
+    AddRows(400);
+    expect("300", -120, 10, 210);
 }
 
 TEST_F(PlaylistWindow, BarClicksAndKeysMoveTheViewAndWakeTheTitleReader)
 {
-    for (int row = 1; row <= 100; ++row)
-        m_rows.Add({.Text = "x", .Length = "", .Path = "/m/x"});
-    m_player.list.UpdateListScrollBar();
+    AddRows(100);
     const auto woken = [&] {
         const bool isAwake = m_form.tmrInfo.Enabled;
         m_form.tmrInfo.Enabled = false;
@@ -148,12 +141,10 @@ TEST_F(PlaylistWindow, FramesShowTheirButtonsUntilThePointerLeaves)
     Click(m_form.imgOpen);
     EXPECT_FALSE(m_form.frameOpen.Visible) << "toggled";
 
-    const std::function<void(const controls::MouseEvent&)>* const around[] = {
-        &m_form.imgClear.MouseMove,
-        &m_form.imgSave.MouseMove,
-        &m_form.pl.MouseMove,
-        &m_form.MouseMove};
-    for (const auto* leave : around) {
+    for (const auto* leave : {&m_form.imgClear.MouseMove,
+                              &m_form.imgSave.MouseMove,
+                              &m_form.pl.MouseMove,
+                              &m_form.MouseMove}) {
         m_form.maincapclose.MouseMove(Left);
         Click(m_form.imgOrder);
         ASSERT_TRUE(m_form.imgOrderAZ.Visible);
@@ -196,7 +187,7 @@ TEST_F(PlaylistWindow, TheCloseImageKeepsItsPressAndHidesOnItsRelease)
     m_form.maincapclose.MouseDown(Left);
     EXPECT_EQ(m_player.Get("RTM", "ShowPL"), "False");
     EXPECT_FALSE(m_resources.submnuShowPlaylist.Checked);
-    m_form.maincapclose.MouseUp({.button = controls::MouseButton::Left, .shift = 0, .x = 196});
+    m_form.maincapclose.MouseUp(test::LeftAt(196, 0));
     EXPECT_TRUE(m_form.Visible) << "released beside it";
     m_player.files.SetCurrentDirectory("/elsewhere");
     m_form.maincapclose.MouseUp(Left);
@@ -218,7 +209,7 @@ TEST_F(PlaylistWindow, OneOfClickAndDoubleClickPlaysTheSelectedEntry)
 {
     m_rows.MouseUp(Left); // nothing is selected: passed over
     m_rows.DblClick();
-    Play(3);
+    AddThreeSounds();
     const auto expect = [&](const char* setting, const char* onRelease, const char* onDoubleClick) {
         m_player.Set("Options", "PlayOnSingleClick", setting);
         m_rows.Mark(2);
@@ -241,7 +232,7 @@ TEST_F(PlaylistWindow, LettersStepThroughTheRowsWhateverIsSeenOfTheWindow)
     m_player.wmain.tmrBASS.Enabled = true;
     m_form.KeyPress(U'n');
     EXPECT_FALSE(m_player.wmain.tmrBASS.Enabled) << "an empty list only stops the monitor";
-    Play(3);
+    AddThreeSounds();
     m_rows.Mark(2);
     m_form.Hide();
     std::string played;
@@ -259,7 +250,7 @@ TEST_F(PlaylistWindow, TheMenuActsOnTheEntries)
 {
     EXPECT_NO_THROW(m_resources.submnuPlay.Click());
     EXPECT_THROW(m_resources.submnuReloadtag.Click(), std::out_of_range);
-    Play(3);
+    AddThreeSounds();
     m_rows.Mark(2);
     m_player.state.AdvanceRequested = true;
     m_resources.submnuPlay.Click();

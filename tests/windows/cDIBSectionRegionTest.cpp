@@ -63,29 +63,5 @@ TEST(Region, EqualRowsThatFollowEachOtherAreOneRectangle)
     EXPECT_THAT(areasOf("xxxxxxxxxooo", 0xFF0000), ElementsAre(PixelArea{0, 3, 3, 1}));
 }
 
-TEST(Region, WindowsKeepItUntilItIsTakenAwayOrDestroyed)
-{
-    cDIBSection dib;
-    EXPECT_FALSE(dib.CreateFromPicture(0, 4, {}));
-    EXPECT_FALSE(dib.CreateFromPicture(2, 2, std::vector<std::uint32_t>(3)));
-    controls::Form one("one", "", 300, 300, controls::BorderStyle::None);
-    controls::Form two("two", "", 300, 300, controls::BorderStyle::None);
-    cDIBSectionRegion region;
-    EXPECT_FALSE(region.Create(dib, 0));
-    region.Applied(one, true);
-    EXPECT_FALSE(region.Applied(one)) << "there is nothing to apply";
-
-    ASSERT_TRUE(dib.CreateFromPicture(2, 1, std::vector<std::uint32_t>{Black, 0xFFFFFFFF}));
-    ASSERT_TRUE(region.Create(dib, 0));
-    for (controls::Form* window : {&one, &one, &two})
-        region.Applied(*window, true);
-    EXPECT_EQ(region.AppliedToCount(), 2);
-    region.Applied(two, false);
-    EXPECT_TRUE(two.Outline.Get().empty() && !region.Applied(two));
-    EXPECT_EQ(one.Outline.Get(), region.Areas());
-    region.Destroy();
-    EXPECT_TRUE(one.Outline.Get().empty() && !region.Applied(one));
-}
-
 } // namespace
 } // namespace velmo
