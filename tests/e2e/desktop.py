@@ -146,8 +146,8 @@ class Desktop:
         self.xdo("mousemove", "--window", window, x, y, *then)
 
     def click(self, window, x, y, button=1, times=1):
-        """More than once without a pause, so that a busy machine makes no single clicks of a double one."""
-        self.point(window, x, y, "click", "--repeat", times, "--delay", 0, button)
+        """More than once with a pause: window managers lose a press that comes too soon behind another one."""
+        self.point(window, x, y, "click", "--repeat", times, "--delay", 50, button)
 
     def press_key(self, window, *names):
         """Keys of the server's own, to a window that has the focus first."""

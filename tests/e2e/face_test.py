@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
 """The windows of the built player as its user sees and handles them."""
+import contextlib
 import math
 import struct
 import unittest
@@ -338,8 +339,12 @@ class Manager(FaceTest):
         rock.write_bytes(b"#ZVL20#Rock\r\n" + entries)
         jazz.write_bytes(b"#ZVL20#Jazz\r\n")
         self.start()
-        self.click_row(3, times=2)
-        wait_until(lambda: entries in internal.read_bytes(), "the list is open")
+
+        def opens():  # again where a busy machine made single clicks of it
+            self.click_row(3, times=2)
+            with contextlib.suppress(AssertionError):
+                return wait_until(lambda: entries in internal.read_bytes(), "the list is open", patience=3)
+        wait_until(opens, "a double click opens the list")
 
         self.click_row(3, button=3)
         wait_until(self.other_windows, "the menu")
